@@ -1,0 +1,25 @@
+# add_quellbote_test(NAME <name> SOURCES <files...> [LIBS <targets...>] [GUI] [SERVICE])
+#
+# Registers one QtTest executable with ctest. Core tests link quellbote_core and run without a
+# display; GUI tests link quellbote_gui and run on the offscreen platform. SERVICE makes the path
+# of quellbote-service known to the test, which starts its own copy on a free loopback port.
+# The locale and the time zone are pinned so that no test depends on the machine.
+function(add_quellbote_test)
+    cmake_parse_arguments(ARG "GUI;SERVICE" "NAME" "SOURCES;LIBS" ${ARGN})
+    add_executable(${ARG_NAME} ${ARG_SOURCES})
+    if(ARG_GUI)
+        target_link_libraries(${ARG_NAME} PRIVATE quellbote_gui quellbote_test_support_gui)
+        set(label gui)
+    else()
+        target_link_libraries(${ARG_NAME} PRIVATE quellbote_core quellbote_test_support)
+        set(label core)
+    endif()
+    target_link_libraries(${ARG_NAME} PRIVATE Qt6::Test quellbote_warnings ${ARG_LIBS})
+    add_test(NAME ${ARG_NAME} COMMAND ${ARG_NAME})
+    set(env "LC_ALL=C.UTF-8" "LANG=C.UTF-8" "TZ=Europe/Berlin" "QT_QPA_PLATFORM=offscreen")
+    if(ARG_SERVICE)
+        list(APPEND env "QUELLBOTE_SERVICE=$<TARGET_FILE:quellbote-service>")
+        set(label "${label};service")
+    endif()
+    set_tests_properties(${ARG_NAME} PROPERTIES ENVIRONMENT "${env}" LABELS "${label}" TIMEOUT 300)
+endfunction()

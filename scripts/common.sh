@@ -1,0 +1,26 @@
+#!/usr/bin/env bash
+# Shared by run.sh and test.sh: installs what a fresh Debian 12 machine lacks, then configures
+# and builds into build/ with two jobs.
+set -euo pipefail
+
+QUELLBOTE_PACKAGES=(build-essential cmake qt6-base-dev qt6-webengine-dev qt6-httpserver-dev
+    qt6-websockets-dev qt6-svg-dev libgl-dev xvfb xauth)
+
+install_missing_packages() {
+    local missing=()
+    for p in "${QUELLBOTE_PACKAGES[@]}" "$@"; do
+        dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    echo "Installing: ${missing[*]}"
+    local sudo=""
+    [ "$(id -u)" -ne 0 ] && sudo="sudo"
+    $sudo apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y --no-install-recommends "${missing[@]}"
+}
+
+configure_and_build() {
+    local build_dir="$1"; shift
+    cmake -S . -B "$build_dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@"
+    cmake --build "$build_dir" -j2
+}

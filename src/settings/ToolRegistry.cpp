@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ToolRegistry.h"
+
+#include <QFile>
+#include <QSettings>
+
+#include <memory>
+
+namespace ToolRegistry {
+namespace {
+
+// Opens the store at a key: the group of the key path below the program's root, or, for a key
+// elsewhere, a group named after the whole path. On Windows the native store is the registry
+// itself and the path is used as it stands.
+struct OpenKey
+{
+    std::unique_ptr<QSettings> settings;
+};
+
+QString groupOf(const QString& keyPath)
+{
+    QString path = keyPath;
+    while (path.endsWith(QLatin1Char('\\')))
+        path.chop(1);
+    const QString root = QString::fromUtf16(RootKey);
+    if (path.compare(root, Qt::CaseInsensitive) == 0)
+        return {};
+    if (path.startsWith(root + QLatin1Char('\\'), Qt::CaseInsensitive))
+        return path.mid(root.size() + 1).replace(QLatin1Char('\\'), QLatin1Char('/'));
+    return QStringLiteral("HKCU/") + QString(path).replace(QLatin1Char('\\'), QLatin1Char('/'));
+}
+
+std::unique_ptr<QSettings> openStore(const QString& keyPath)
+{
+#ifdef Q_OS_WIN
+    return std::make_unique<QSettings>(QStringLiteral("HKEY_CURRENT_USER\\") + keyPath, QSettings::NativeFormat);
+#else
+    auto settings = std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope,
+                                                QStringLiteral("Tarnholt"), QStringLiteral("SMS"));
+    const QString group = groupOf(keyPath);
+    if (!group.isEmpty())
+        settings->beginGroup(group);
+    return settings;
+#endif
+}
+
+// A key exists when it holds a value or a subkey, or was created and marked so.
+bool keyExists(QSettings& settings)
+{
+#ifdef Q_OS_WIN
+    return !settings.childKeys().isEmpty() || !settings.childGroups().isEmpty()
+        || settings.status() == QSettings::NoError;
+#else
+    if (settings.group().isEmpty())
+        return true;
+    return !settings.childKeys().isEmpty() || !settings.childGroups().isEmpty();
+#endif
+}
+
+// The store holds a password in plain text: on POSIX only its owner may read it.
+void restrictToOwner(QSettings& settings)
+{
+#ifndef Q_OS_WIN
+    const QString file = settings.fileName();
+    if (QFile::exists(file))
+        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+#else
+    Q_UNUSED(settings);
+#endif
+}
+
+bool finish(QSettings& settings)
+{
+    settings.sync();
+    restrictToOwner(settings);
+    return settings.status() == QSettings::NoError;
+}
+
+// The marker that keeps an otherwise empty key alive in a file-based store.
+constexpr auto KeyMarker = u".key";
+
+} // namespace
+
+QString GetRegString(const QString& keyPath, const QString& valueName, quint32 hive)
+{
+    Q_UNUSED(hive);
+    const auto settings = openStore(keyPath);
+    const QVariant value = settings->value(valueName);
+    if (!value.isValid())
+        return {};
+    const QString text = value.toString();
+    if (text.size() > MaxReadLength)
+        return {};
+    return text;
+}
+
+bool SaveRegString(const QString& keyPath, const QString& valueName, const QString& text, quint32 hive)
+{
+    const auto settings = openStore(keyPath);
+    if (text.trimmed().isEmpty()) {
+        // A removal never creates a key.
+        if (!settings->contains(valueName))
+            return false;
+        settings->remove(valueName);
+        return finish(*settings);
+    }
+#ifdef Q_OS_WIN
+    // The registry needs the key before a value can go in; a settings file makes it on write.
+    if (!keyExists(*settings) && CreateRegKey(keyPath, hive) == 0)
+        return false;
+#else
+    Q_UNUSED(hive);
+#endif
+    settings->setValue(valueName, text);
+    return finish(*settings);
+}
+
+bool GetRegBool(const QString& keyPath, const QString& valueName)
+{
+    return GetRegString(keyPath, valueName) == u"true";
+}
+
+bool SaveRegBool(const QString& keyPath, const QString& valueName, qint16 value)
+{
+    return SaveRegString(keyPath, valueName, value == qint16(-1) ? QStringLiteral("true") : QStringLiteral("false"));
+}
+
+int CreateRegKey(const QString& keyPath, quint32 hive)
+{
+    Q_UNUSED(hive);
+    const auto settings = openStore(keyPath);
+    if (keyExists(*settings))
+        return 2;
+#ifdef Q_OS_WIN
+    return 1;
+#else
+    settings->setValue(QString::fromUtf16(KeyMarker), QString());
+    return finish(*settings) ? 1 : 0;
+#endif
+}
+
+QString storeFileName()
+{
+#ifdef Q_OS_WIN
+    return {};
+#else
+    return openStore(QString::fromUtf16(RootKey))->fileName();
+#endif
+}
+
+} // namespace ToolRegistry

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "cOptionen.h"
+
+#include "ToolRegistry.h"
+#include "tools.h"
+
+#include <memory>
+
+namespace {
+QString root()
+{
+    return QString::fromUtf16(ToolRegistry::RootKey);
+}
+
+QString readString(const char16_t* name)
+{
+    return ToolRegistry::GetRegString(root(), QString::fromUtf16(name));
+}
+
+bool readBool(const char16_t* name)
+{
+    return ToolRegistry::GetRegBool(root(), QString::fromUtf16(name));
+}
+
+void writeString(const char16_t* name, const QString& value)
+{
+    ToolRegistry::SaveRegString(root(), QString::fromUtf16(name), value);
+}
+
+void writeBool(const char16_t* name, bool value)
+{
+    ToolRegistry::SaveRegBool(root(), QString::fromUtf16(name), ToolRegistry::boolValue(value));
+}
+
+std::unique_ptr<cOptionen>& instance()
+{
+    static std::unique_ptr<cOptionen> options;
+    return options;
+}
+} // namespace
+
+QString boolText(bool value)
+{
+    return value ? QStringLiteral("True") : QStringLiteral("False");
+}
+
+bool textToBool(const QString& text)
+{
+    const QString t = text.trimmed();
+    if (t.compare(u"true", Qt::CaseInsensitive) == 0)
+        return true;
+    if (t.compare(u"false", Qt::CaseInsensitive) == 0)
+        return false;
+    bool ok = false;
+    const double value = tools::NumericValue(t, &ok);
+    return ok && value != 0;
+}
+
+cOptionen::cOptionen()
+{
+    m_kennwort = readString(u"Password");
+    m_Username = readString(u"eMail");
+    m_Absenderkennung = readString(u"Absenderkennung");
+    m_isAbsenderkennung = readBool(u"isAbsenderkennung");
+    m_isAntwortEnabled = readBool(u"isAntwortEnabled");
+    m_isStatusberichtEnabled = readBool(u"isStatusberichtEnabled");
+    // The one guarded value: a text that is no number, or too large for 16 bits, counts as 0.
+    m_InfoVersion = tools::IsNumeric(readString(u"infoVersion")) ? tools::NumericToInt16(readString(u"infoVersion"))
+                                                                 : qint16(0);
+    m_isControlEmail = readBool(u"isControlEmail");
+    m_ContactEntryID = readString(u"contactEntryID");
+    m_ContactStoreID = readString(u"contactStoreID");
+    m_ContactFolderName = readString(u"contactFolderName");
+    m_OutlookProfil = readString(u"outlookProfile");
+    m_FirstStartHasRun = readBool(u"firstStartHasRun");
+    m_WaitingForPassword = readBool(u"waitingForPassword");
+    m_DontDisplayMinimizeWarning = readBool(u"dontDisplayMinimizeWarning");
+    m_isLongSmsEnabled = readBool(u"longSMS");
+    m_XmlPfad = readString(u"xmlPath");
+    m_xmlGroup = readString(u"xmlGroup");
+    m_xmlUser = readString(u"xmlUser");
+    m_xmlSecretKey = readString(u"xmlSecretKey");
+    m_xmlGroupUser = readBool(u"xmlGroupUser");
+    m_xmlSingleUser = boolText(readBool(u"xmlSingleUser"));
+    m_xmlIsServerUsed = readBool(u"isXmlServerUsed");
+    m_ProxyAddress = readString(u"proxyAddress");
+    m_ProxyPort = readString(u"proxyPort");
+    m_ProxyOptionCustom = readBool(u"proxyCustom");
+    m_ProxyOptionDefault = readBool(u"proxyDefault");
+    m_ProxyOptionNoProxy = readBool(u"proxyNoProxy");
+    m_ProxyAccessType = readString(u"proxyAccessType");
+    m_ProxyOptionWebProxy = boolText(readBool(u"webProxyInUse"));
+    m_WebProxyWebAddress = readString(u"webProxyAddress");
+    m_WebProxyName = readString(u"webProxyName");
+    m_WebProxyPort = readString(u"webProxyPort");
+    m_WebProxyUserName = readString(u"webProxyUserName");
+    m_WebProxyUserPasswd = readString(u"webProxyUserPasswd");
+}
+
+void cOptionen::save() const
+{
+    writeString(u"Password", m_kennwort);
+    writeString(u"eMail", m_Username);
+    writeString(u"Absenderkennung", m_Absenderkennung);
+    writeBool(u"isAbsenderkennung", m_isAbsenderkennung);
+    writeBool(u"isAntwortEnabled", m_isAntwortEnabled);
+    writeBool(u"isStatusberichtEnabled", m_isStatusberichtEnabled);
+    writeString(u"infoVersion", QString::number(m_InfoVersion));
+    writeBool(u"isControlEmail", m_isControlEmail);
+    writeString(u"contactStoreID", m_ContactStoreID);
+    writeString(u"contactEntryID", m_ContactEntryID);
+    writeString(u"contactFolderName", m_ContactFolderName);
+    writeString(u"outlookProfile", m_OutlookProfil);
+    writeBool(u"firstStartHasRun", m_FirstStartHasRun);
+    writeBool(u"waitingForPassword", m_WaitingForPassword);
+    writeBool(u"dontDisplayMinimizeWarning", m_DontDisplayMinimizeWarning);
+    writeBool(u"longSMS", m_isLongSmsEnabled);
+    writeString(u"xmlPath", m_XmlPfad);
+    writeString(u"xmlGroup", m_xmlGroup);
+    writeString(u"xmlUser", m_xmlUser);
+    writeString(u"xmlSecretKey", m_xmlSecretKey);
+    writeBool(u"xmlGroupUser", m_xmlGroupUser);
+    writeBool(u"xmlSingleUser", textToBool(m_xmlSingleUser));
+    writeBool(u"isXmlServerUsed", m_xmlIsServerUsed);
+    writeString(u"proxyAddress", m_ProxyAddress);
+    writeString(u"proxyPort", m_ProxyPort);
+    writeBool(u"proxyCustom", m_ProxyOptionCustom);
+    writeBool(u"proxyDefault", m_ProxyOptionDefault);
+    writeBool(u"proxyNoProxy", m_ProxyOptionNoProxy);
+    writeString(u"proxyAccessType", m_ProxyAccessType);
+    writeBool(u"webProxyInUse", ProxyOptionWebProxy());
+    writeString(u"webProxyAddress", m_WebProxyWebAddress);
+    writeString(u"webProxyName", m_WebProxyName);
+    writeString(u"webProxyPort", m_WebProxyPort);
+    writeString(u"webProxyUserName", m_WebProxyUserName);
+    writeString(u"webProxyUserPasswd", m_WebProxyUserPasswd);
+}
+
+bool cOptionen::ProxyOptionWebProxy() const
+{
+    return textToBool(m_ProxyOptionWebProxy);
+}
+
+void cOptionen::setProxyOptionWebProxy(bool v)
+{
+    m_ProxyOptionWebProxy = boolText(v);
+}
+
+bool cOptionen::takeFirstStartDecision()
+{
+    if (m_InfoVersion >= 1) {
+        m_FirstStartHasRun = true;
+        save();
+    }
+    return !m_FirstStartHasRun;
+}
+
+cOptionen& Options()
+{
+    if (!instance())
+        instance() = std::make_unique<cOptionen>();
+    return *instance();
+}
+
+void reloadOptionsForTesting()
+{
+    instance() = std::make_unique<cOptionen>();
+}

@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tools.h"
+
+#include <QFileInfo>
+
+#include <cmath>
+
+namespace tools {
+
+QString BoolToText(bool value)
+{
+    return value ? QStringLiteral("true") : QStringLiteral("false");
+}
+
+bool IsNumeric(const QString& text)
+{
+    const QString t = text.trimmed();
+    qsizetype i = 0;
+    const qsizetype n = t.size();
+    if (i < n && (t[i] == u'+' || t[i] == u'-'))
+        ++i;
+    bool digits = false;
+    while (i < n && (t[i].isDigit() || t[i] == u'.' || t[i] == u',')) {
+        digits = digits || t[i].isDigit();
+        ++i;
+    }
+    if (!digits)
+        return false;
+    if (i < n && (t[i] == u'e' || t[i] == u'E' || t[i] == u'd' || t[i] == u'D')) {
+        ++i;
+        if (i < n && (t[i] == u'+' || t[i] == u'-'))
+            ++i;
+        bool expDigits = false;
+        while (i < n && t[i].isDigit()) {
+            expDigits = true;
+            ++i;
+        }
+        if (!expDigits)
+            return false;
+    }
+    return i == n;
+}
+
+double NumericValue(const QString& text, bool* ok)
+{
+    if (ok)
+        *ok = false;
+    if (!IsNumeric(text))
+        return 0;
+    QString t = text.trimmed();
+    for (auto& c : t) {
+        if (c == u'd' || c == u'D')
+            c = u'e';
+    }
+    const qsizetype expAt = t.indexOf(u'e', 0, Qt::CaseInsensitive);
+    QString mantissa = expAt < 0 ? t : t.left(expAt);
+    const QString exponent = expAt < 0 ? QString() : t.mid(expAt);
+    if (mantissa.contains(u',')) {
+        mantissa.remove(u'.');
+        // With several commas the last one is the decimal separator.
+        const qsizetype last = mantissa.lastIndexOf(u',');
+        mantissa = mantissa.left(last).remove(u',') + u'.' + mantissa.mid(last + 1);
+    } else if (mantissa.count(u'.') > 1) {
+        mantissa.remove(u'.');
+    }
+    if (mantissa.endsWith(u'.'))
+        mantissa.chop(1);
+    if (mantissa.startsWith(u'.') || mantissa.startsWith(u"-.") || mantissa.startsWith(u"+."))
+        mantissa.insert(mantissa.indexOf(u'.'), u'0');
+    bool converted = false;
+    const double value = QString(mantissa + exponent).toDouble(&converted);
+    if (ok)
+        *ok = converted;
+    return converted ? value : 0;
+}
+
+qint16 NumericToInt16(const QString& text, bool* ok)
+{
+    bool converted = false;
+    const double value = NumericValue(text, &converted);
+    const double rounded = std::nearbyint(value);
+    const bool fits = converted && rounded >= -32768.0 && rounded <= 32767.0;
+    if (ok)
+        *ok = fits;
+    return fits ? qint16(rounded) : qint16(0);
+}
+
+bool FileExists(const QString& path)
+{
+    if (path.isEmpty())
+        return false;
+    const QFileInfo info(path);
+    return info.exists() && info.isFile();
+}
+
+} // namespace tools

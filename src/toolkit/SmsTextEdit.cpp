@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SmsTextEdit.h"
+
+#include <QKeyEvent>
+#include <QMimeData>
+
+namespace {
+QString toCrLf(QString text)
+{
+    return text.replace(QChar::ParagraphSeparator, QLatin1Char('\n')).replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+}
+
+QString toLf(QString text)
+{
+    return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+}
+} // namespace
+
+SmsTextEdit::SmsTextEdit(QWidget* parent)
+    : QPlainTextEdit(parent)
+{
+    setTabChangesFocus(true);
+}
+
+QString SmsTextEdit::text() const
+{
+    return toCrLf(toPlainText());
+}
+
+void SmsTextEdit::setText(const QString& text)
+{
+    QString lf = toLf(text);
+    if (m_maxLength > 0) {
+        while (toCrLf(lf).size() > m_maxLength)
+            lf.chop(1);
+    }
+    setPlainText(lf);
+    moveCursor(QTextCursor::End);
+}
+
+void SmsTextEdit::setMaxLength(int length)
+{
+    m_maxLength = length;
+}
+
+void SmsTextEdit::replaceSelection(const QString& text)
+{
+    const QString fit = fitted(toLf(text));
+    textCursor().insertText(fit);
+}
+
+int SmsTextEdit::room() const
+{
+    if (m_maxLength <= 0)
+        return std::numeric_limits<int>::max();
+    const int selected = int(toCrLf(textCursor().selectedText()).size());
+    return m_maxLength - int(text().size()) + selected;
+}
+
+QString SmsTextEdit::fitted(const QString& lfText) const
+{
+    QString fit = lfText;
+    const int left = room();
+    while (!fit.isEmpty() && toCrLf(fit).size() > left)
+        fit.chop(1);
+    return fit;
+}
+
+void SmsTextEdit::insertFromMimeData(const QMimeData* source)
+{
+    if (source && source->hasText())
+        replaceSelection(source->text());
+}
+
+void SmsTextEdit::keyPressEvent(QKeyEvent* event)
+{
+    const bool newLine = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const QString typed = newLine ? QStringLiteral("\n") : event->text();
+    const bool insertsText = newLine || (!typed.isEmpty() && typed.at(0).isPrint());
+    if (insertsText && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+        if (toCrLf(typed).size() > room()) {
+            event->accept();
+            return;
+        }
+    }
+    QPlainTextEdit::keyPressEvent(event);
+}

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "mTrayIcon.h"
+
+#include "settings/ProductName.h"
+
+#include <QIcon>
+#include <QSystemTrayIcon>
+
+mTrayIcon::mTrayIcon(QObject* parent, std::function<void()> onLeftClick)
+    : QObject(parent)
+    , m_icon(new QSystemTrayIcon(QIcon(QStringLiteral(":/pictures/logo.svg")), this))
+    , m_onLeftClick(std::move(onLeftClick))
+{
+    m_icon->setToolTip(ProductName());
+    connect(m_icon, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason reason) {
+        if (reason == QSystemTrayIcon::Trigger && m_onLeftClick)
+            m_onLeftClick();
+    });
+    if (QSystemTrayIcon::isSystemTrayAvailable())
+        m_icon->show();
+}
+
+mTrayIcon::~mTrayIcon()
+{
+    m_icon->hide();
+}
+
+bool mTrayIcon::isVisible() const
+{
+    return QSystemTrayIcon::isSystemTrayAvailable() && m_icon->isVisible();
+}
