@@ -158,7 +158,8 @@ void frmMain::buildControls()
     layout->addWidget(header);
     layout->addLayout(form, 1);
     layout->addLayout(status);
-    resize(720, 520);
+    // The window has a fixed layout; it never changes its size.
+    setFixedSize(sizeHint().expandedTo(QSize(720, 520)));
 }
 
 void frmMain::load(frmSplash* splash)

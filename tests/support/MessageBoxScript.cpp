@@ -26,10 +26,10 @@ MessageBoxScript::~MessageBoxScript()
 
 void MessageBoxScript::answer(MessageBox::Answer answer)
 {
-    m_answers.append({answer, {}});
+    m_answers.append({ answer, {} });
 }
 
 void MessageBoxScript::answer(MessageBox::Answer answer, std::function<void(const MessageBox::Box&)> during)
 {
-    m_answers.append({answer, std::move(during)});
+    m_answers.append({ answer, std::move(during) });
 }

@@ -24,7 +24,7 @@ public:
 
     const QList<MessageBox::Box>& shown() const { return m_shown; }
     int count() const { return int(m_shown.size()); }
-    MessageBox::Box last() const { return m_shown.isEmpty() ? MessageBox::Box{} : m_shown.last(); }
+    MessageBox::Box last() const { return m_shown.isEmpty() ? MessageBox::Box {} : m_shown.last(); }
     int pending() const { return int(m_answers.size()); }
     void clear() { m_shown.clear(); }
 

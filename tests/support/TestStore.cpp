@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
 namespace TestStore {
 namespace {
@@ -23,7 +24,11 @@ QString key(const QString& name, const QString& subKey)
 
 void reset()
 {
+    // Each test process gets a store folder of its own, so that tests run side by side.
+    static QTemporaryDir folder;
     QStandardPaths::setTestModeEnabled(true);
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
     {
         QSettings s = store();
         s.clear();

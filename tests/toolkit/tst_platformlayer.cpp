@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "MessageBoxScript.h"
+#include "toolkit/MessageBox.h"
+#include "toolkit/Twips.h"
+#include "toolkit/VbColor.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QTest>
+
+class TestPlatformLayer : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void plainColours_data()
+    {
+        QTest::addColumn<qint64>("value");
+        QTest::addColumn<QColor>("color");
+        QTest::newRow("black") << qint64(0) << QColor(0, 0, 0);
+        QTest::newRow("white") << qint64(16777215) << QColor(255, 255, 255);
+        QTest::newRow("red is the low byte") << qint64(0x0000FF) << QColor(255, 0, 0);
+        QTest::newRow("blue is the high byte") << qint64(0xFF0000) << QColor(0, 0, 255);
+        QTest::newRow("light red of marked fields") << qint64(0xC0C0FF) << QColor(255, 192, 192);
+        QTest::newRow("tree button highlight") << qint64(16766923) << QColor(0xCB, 0xD7, 0xFF);
+    }
+
+    void plainColours()
+    {
+        QFETCH(qint64, value);
+        QFETCH(QColor, color);
+        QCOMPARE(VbColor::toQColor(value), color);
+        QCOMPARE(VbColor::fromQColor(color), value);
+    }
+
+    void systemColours_data()
+    {
+        QTest::addColumn<qint64>("value");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("role");
+        QTest::newRow("window, as a signed value") << qint64(-2147483643) << "Window" << int(QPalette::Base);
+        QTest::newRow("button face, as a signed value") << qint64(-2147483633) << "ButtonFace" << int(QPalette::Button);
+        QTest::newRow("button text") << qint64(0x80000012) << "ButtonText" << int(QPalette::ButtonText);
+        QTest::newRow("highlight") << qint64(0x8000000D) << "Highlight" << int(QPalette::Highlight);
+    }
+
+    void systemColours()
+    {
+        QFETCH(qint64, value);
+        QFETCH(QString, name);
+        QFETCH(int, role);
+        QCOMPARE(VbColor::systemColorName(int(value & 0xFF)), name);
+        QCOMPARE(VbColor::toQColor(value), QApplication::palette().color(QPalette::ColorRole(role)));
+    }
+
+    void systemColourNamesEndAtInfoBackground()
+    {
+        QCOMPARE(VbColor::systemColorName(0), QStringLiteral("Scrollbar"));
+        QCOMPARE(VbColor::systemColorName(24), QStringLiteral("InfoBackground"));
+        QCOMPARE(VbColor::systemColorName(25), QString());
+        QCOMPARE(VbColor::systemColorName(-1), QString());
+    }
+
+    void twips()
+    {
+        QCOMPARE(Twips::toPixels(15), 1);
+        QCOMPARE(Twips::toPixels(2580), 172);
+        QCOMPARE(Twips::fromPixels(36), 540);
+    }
+
+    void messageBoxGoesThroughTheScript()
+    {
+        MessageBoxScript script;
+        script.answer(MessageBox::Answer::No);
+        const auto answer = MessageBox::show(nullptr, QStringLiteral("Wollen Sie?"), MessageBox::Buttons::YesNo,
+                                             MessageBox::Icon::Question, QStringLiteral("Titel"));
+        QCOMPARE(answer, MessageBox::Answer::No);
+        QCOMPARE(script.count(), 1);
+        QCOMPARE(script.last().title, QStringLiteral("Titel"));
+        QCOMPARE(script.last().text, QStringLiteral("Wollen Sie?"));
+        QCOMPARE(script.last().icon, MessageBox::Icon::Question);
+        QCOMPARE(script.last().buttons, MessageBox::Buttons::YesNo);
+    }
+
+    void emptyTitleShowsTheApplicationName()
+    {
+        QGuiApplication::setApplicationDisplayName(QStringLiteral("Testbote"));
+        MessageBoxScript script;
+        script.answer(MessageBox::Answer::Ok);
+        MessageBox::show(nullptr, QStringLiteral("x"));
+        QCOMPARE(script.last().title, QStringLiteral("Testbote"));
+    }
+};
+
+QTEST_MAIN(TestPlatformLayer)
+#include "tst_platformlayer.moc"
