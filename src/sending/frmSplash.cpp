@@ -7,8 +7,10 @@
 #include "settings/iniHandler.h"
 #include "toolkit/Pause.h"
 
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPixmap>
+#include <QScreen>
 #include <QVBoxLayout>
 
 frmSplash::frmSplash(QWidget* parent)
@@ -61,6 +63,9 @@ frmSplash::frmSplash(QWidget* parent)
     setAccessibleName(ProductName());
     setStyleSheet(QStringLiteral("frmSplash { background: palette(base); border: 1px solid palette(mid); }"));
     setAttribute(Qt::WA_StyledBackground);
+    adjustSize();
+    if (const QScreen* screen = QGuiApplication::primaryScreen())
+        move(screen->availableGeometry().center() - rect().center());
 }
 
 void frmSplash::info(const QString& text)
