@@ -17,6 +17,11 @@ function(add_quellbote_test)
     target_link_libraries(${ARG_NAME} PRIVATE Qt6::Test quellbote_warnings ${ARG_LIBS})
     add_test(NAME ${ARG_NAME} COMMAND ${ARG_NAME})
     set(env "LC_ALL=C.UTF-8" "LANG=C.UTF-8" "TZ=Europe/Berlin" "QT_QPA_PLATFORM=offscreen")
+    if(ARG_GUI)
+        # The web engine runs without its sandbox (which refuses root) and without a GPU.
+        list(APPEND env "QTWEBENGINE_DISABLE_SANDBOX=1"
+            "QTWEBENGINE_CHROMIUM_FLAGS=--disable-gpu --no-first-run --disable-background-networking")
+    endif()
     if(ARG_SERVICE)
         list(APPEND env "QUELLBOTE_SERVICE=$<TARGET_FILE:quellbote-service>")
         set(label "${label};service")
