@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "GatewayAnswer.h"
+
+#include "settings/tools.h"
+
+#include <QLocale>
+
+namespace GatewayAnswer {
+
+namespace {
+const QString crlf = QStringLiteral("\r\n");
+
+QString cleanItem(const QString& item)
+{
+    QString cleaned = item.trimmed();
+    cleaned.remove(u'\n');
+    return cleaned;
+}
+
+bool holdsSuccessPhrase(const QString& item)
+{
+    return item.contains(QString::fromUtf16(u"wurde erfolgreich an das Gateway übermittelt."), Qt::CaseInsensitive)
+        || item.contains(QStringLiteral("wurde angelegt."), Qt::CaseInsensitive);
+}
+} // namespace
+
+Answer readAnswer(const QString& body)
+{
+    Answer answer;
+    const QStringList items = body.split(u';');
+    for (const QString& raw : items) {
+        const QString item = cleanItem(raw);
+        answer.items.append(item);
+        answer.message += item + crlf;
+        if (holdsSuccessPhrase(item))
+            answer.accepted = true;
+    }
+    return answer;
+}
+
+QString prependToLog(const QString& txtLog, const QString& body, const QDateTime& now)
+{
+    const QString stamp = QLocale::system().toString(now, QLocale::ShortFormat);
+    QString log = txtLog;
+    for (const QString& raw : body.split(u';'))
+        log = stamp + QStringLiteral(" - ") + cleanItem(raw) + crlf + log;
+    return log;
+}
+
+CreditsState readBalance(const QString& answer)
+{
+    const QString text = answer.trimmed();
+    if (text == u"-1") {
+        CreditsState state;
+        state.caption = QStringLiteral("nicht angemeldet");
+        state.enabled = false;
+        return state;
+    }
+    bool ok = false;
+    const qint32 credits = text.toInt(&ok);
+    if (!ok)
+        return noInternetBalance();
+    CreditsState state;
+    state.caption = text + QStringLiteral(" Credits");
+    state.credits = credits;
+    if (credits <= 500) {
+        state.colour = CreditsColour::DarkRed;
+        state.buyCreditsVisible = true;
+    }
+    return state;
+}
+
+CreditsState noInternetBalance()
+{
+    CreditsState state;
+    state.caption = QStringLiteral("kein Internet");
+    return state;
+}
+
+qint64 versionNumber(qint16 major, qint16 minor, qint16 revision)
+{
+    return qint64(major) * 1000000 + qint64(minor) * 1000 + revision;
+}
+
+VersionCheck readVersionAnswer(const QString& answer, qint64 localVersion)
+{
+    if (answer.isEmpty())
+        return VersionCheck::NoAnswer;
+    const QStringList items = answer.split(u'.');
+    if (items.size() < 3)
+        return VersionCheck::Failure;
+    qint16 parts[3] = {};
+    for (int i = 0; i < 3; ++i) {
+        bool ok = false;
+        parts[i] = tools::NumericToInt16(items[i], &ok);
+        if (!ok)
+            return VersionCheck::Failure;
+    }
+    return versionNumber(parts[0], parts[1], parts[2]) > localVersion ? VersionCheck::UpdateShown
+                                                                      : VersionCheck::UpdateHidden;
+}
+
+CreditsTick tmCreditsTick(qint16 creditsTicks)
+{
+    // The comparison comes before the increment: the eleventh tick queries.
+    if (creditsTicks == 10)
+        return { true, 0 };
+    return { false, qint16(creditsTicks + 1) };
+}
+
+} // namespace GatewayAnswer
