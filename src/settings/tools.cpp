@@ -12,16 +12,22 @@ QString BoolToText(bool value)
     return value ? QStringLiteral("true") : QStringLiteral("false");
 }
 
-bool IsNumeric(const QString& text)
+namespace {
+bool isAsciiDigit(QChar c)
 {
-    const QString t = text.trimmed();
+    return c >= u'0' && c <= u'9';
+}
+
+// The form of a loose number, without looking at its size.
+bool hasNumberForm(const QString& t)
+{
     qsizetype i = 0;
     const qsizetype n = t.size();
     if (i < n && (t[i] == u'+' || t[i] == u'-'))
         ++i;
     bool digits = false;
-    while (i < n && (t[i].isDigit() || t[i] == u'.' || t[i] == u',')) {
-        digits = digits || t[i].isDigit();
+    while (i < n && (isAsciiDigit(t[i]) || t[i] == u'.' || t[i] == u',')) {
+        digits = digits || isAsciiDigit(t[i]);
         ++i;
     }
     if (!digits)
@@ -31,7 +37,7 @@ bool IsNumeric(const QString& text)
         if (i < n && (t[i] == u'+' || t[i] == u'-'))
             ++i;
         bool expDigits = false;
-        while (i < n && t[i].isDigit()) {
+        while (i < n && isAsciiDigit(t[i])) {
             expDigits = true;
             ++i;
         }
@@ -41,13 +47,9 @@ bool IsNumeric(const QString& text)
     return i == n;
 }
 
-double NumericValue(const QString& text, bool* ok)
+// The value of a trimmed text of number form; *ok is false when it is too large for a double.
+double valueOfNumberForm(QString t, bool* ok)
 {
-    if (ok)
-        *ok = false;
-    if (!IsNumeric(text))
-        return 0;
-    QString t = text.trimmed();
     for (auto& c : t) {
         if (c == u'd' || c == u'D')
             c = u'e';
@@ -69,9 +71,29 @@ double NumericValue(const QString& text, bool* ok)
         mantissa.insert(mantissa.indexOf(u'.'), u'0');
     bool converted = false;
     const double value = QString(mantissa + exponent).toDouble(&converted);
+    *ok = converted && std::isfinite(value);
+    return *ok ? value : 0;
+}
+} // namespace
+
+bool IsNumeric(const QString& text)
+{
+    const QString t = text.trimmed();
+    if (!hasNumberForm(t))
+        return false;
+    bool ok = false;
+    valueOfNumberForm(t, &ok);
+    return ok;
+}
+
+double NumericValue(const QString& text, bool* ok)
+{
+    bool converted = false;
+    const QString t = text.trimmed();
+    const double value = hasNumberForm(t) ? valueOfNumberForm(t, &converted) : 0;
     if (ok)
         *ok = converted;
-    return converted ? value : 0;
+    return value;
 }
 
 qint16 NumericToInt16(const QString& text, bool* ok)

@@ -32,13 +32,16 @@ constexpr qint16 Max(qint16 a, qint16 b)
 }
 
 // The loose number test, as the program has always used it for numbers typed by the user.
-// It passes, after blanks at both ends are dropped:
+// It passes, after blanks (any white space) at both ends are dropped:
 //   - an optional sign "+" or "-",
-//   - then digits, among which "." and "," may stand anywhere as decimal or thousands
-//     separators ("1.234,5", "1,234.5", ",5", "5." all pass), with at least one digit,
-//   - then an optional exponent: "e", "E", "d" or "D", an optional sign and at least one digit.
-// Everything else fails: an empty or all-blank text, a sign alone, letters, a second sign,
-// blanks inside the number, "00 49".
+//   - then the digits 0 to 9, among which "." and "," may stand anywhere as decimal or
+//     thousands separators ("1.234,5", "1,234.5", ",5", "5.", "1,,2" all pass), with at least
+//     one digit,
+//   - then an optional exponent: "e", "E", "d" or "D", an optional sign and at least one digit,
+// and the value it stands for fits into a double ("1e308" passes, "1e309" fails).
+// Everything else fails: an empty or all-blank text, a sign alone, a separator alone, letters,
+// a second sign, a sign at the end, blanks inside the number ("00 49", "+ 1"), other white space
+// inside, digits of other scripts, hexadecimal, currency signs, brackets.
 bool IsNumeric(const QString& text);
 
 // The value of a text that passes IsNumeric; *ok is false and 0 returned for any other text.
