@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "Inet.h"
+
+#include "Codepage.h"
+
+#include <QEventLoop>
+#include <QNetworkAccessManager>
+#include <QNetworkProxy>
+#include <QNetworkReply>
+#include <QStringDecoder>
+#include <QTimer>
+#include <QUrl>
+
+QString decodeHttpBody(const QByteArray& body, const QByteArray& contentType)
+{
+    const QByteArray lower = contentType.toLower();
+    const qsizetype at = lower.indexOf("charset=");
+    if (at >= 0) {
+        QByteArray name = contentType.mid(at + 8).trimmed();
+        const qsizetype end = name.indexOf(';');
+        if (end >= 0)
+            name.truncate(end);
+        name = name.trimmed();
+        if (name.startsWith('"') && name.endsWith('"') && name.size() >= 2)
+            name = name.mid(1, name.size() - 2);
+        QStringDecoder decoder(name.constData());
+        if (decoder.isValid())
+            return decoder.decode(body);
+    }
+    return Codepage::fromWindows1252(body);
+}
+
+Inet::Inet(QObject* parent)
+    : QObject(parent)
+    , m_manager(std::make_unique<QNetworkAccessManager>())
+{
+    setAccessType(0);
+}
+
+Inet::~Inet()
+{
+    if (m_reply) {
+        m_reply->disconnect(this);
+        m_reply->abort();
+        m_reply->deleteLater();
+    }
+}
+
+void Inet::setAccessType(int accessType)
+{
+    m_accessType = accessType;
+    setProxy(m_proxy);
+}
+
+void Inet::setProxy(const QString& proxy)
+{
+    m_proxy = proxy;
+    switch (m_accessType) {
+    case 1:
+        m_manager->setProxy(QNetworkProxy(QNetworkProxy::NoProxy));
+        break;
+    case 2: {
+        const qsizetype colon = proxy.lastIndexOf(QLatin1Char(':'));
+        const QString host = colon < 0 ? proxy : proxy.left(colon);
+        const quint16 port = colon < 0 ? 0 : quint16(proxy.mid(colon + 1).toInt());
+        m_manager->setProxy(QNetworkProxy(QNetworkProxy::HttpProxy, host, port));
+        break;
+    }
+    default:
+        m_manager->setProxy(QNetworkProxy(QNetworkProxy::DefaultProxy));
+        QNetworkProxyFactory::setUseSystemConfiguration(true);
+        break;
+    }
+}
+
+QNetworkReply* Inet::start(const QString& url, const QByteArray& operation, const QByteArray& body,
+                           const QString& headers)
+{
+    QNetworkRequest request(QUrl::fromEncoded(url.toUtf8(), QUrl::TolerantMode));
+    request.setTransferTimeout(m_timeoutMs);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
+    const QStringList lines = headers.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts);
+    for (const QString& line : lines) {
+        const qsizetype colon = line.indexOf(QLatin1Char(':'));
+        if (colon > 0)
+            request.setRawHeader(line.left(colon).trimmed().toLatin1(), line.mid(colon + 1).trimmed().toLatin1());
+    }
+    if (operation == "POST")
+        return m_manager->post(request, body);
+    return m_manager->get(request);
+}
+
+bool Inet::finish(QNetworkReply* reply, QString* body)
+{
+    m_responseCode = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    m_responseInfo = reply->error() == QNetworkReply::NoError
+        ? reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString()
+        : reply->errorString();
+    *body = decodeHttpBody(reply->readAll(), reply->header(QNetworkRequest::ContentTypeHeader).toByteArray());
+    return reply->error() == QNetworkReply::NoError;
+}
+
+QString Inet::OpenURL(const QString& url, bool* ok)
+{
+    if (!url.isEmpty())
+        m_url = url;
+    QNetworkReply* reply = start(m_url, "GET", {}, {});
+    QEventLoop loop;
+    connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    // The window doesn't react to the user while the fetch runs.
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    QString body;
+    const bool good = finish(reply, &body);
+    reply->deleteLater();
+    if (ok)
+        *ok = good;
+    return good ? body : QString();
+}
+
+void Inet::Execute(const QString& url, const QString& operation, const QString& body, const QString& headers)
+{
+    if (!url.isEmpty())
+        m_url = url;
+    m_answer.clear();
+    m_answerPos = 0;
+    m_reply = start(m_url, operation.toLatin1().toUpper(), Codepage::toWindows1252(body), headers);
+    QNetworkReply* reply = m_reply;
+    connect(reply, &QNetworkReply::finished, this, [this, reply] {
+        QString text;
+        const bool good = finish(reply, &text);
+        if (m_reply == reply)
+            m_reply = nullptr;
+        reply->deleteLater();
+        m_answer = text;
+        m_answerPos = 0;
+        emit StateChanged(good ? icResponseCompleted : icError);
+    });
+}
+
+QString Inet::GetChunk(int size)
+{
+    const QString chunk = m_answer.mid(m_answerPos, size);
+    m_answerPos += chunk.size();
+    return chunk;
+}

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// An HTTP transfer object with the surface the program's windows use: a blocking fetch that
+// keeps the window from reacting (OpenURL), an asynchronous POST (Execute) whose answer is read
+// in chunks, and the states icError and icResponseCompleted. A request that gets no answer fails
+// after 60 seconds. Bodies go on the wire as Windows-1252; answers are decoded by the charset the
+// server names, Windows-1252 where it names none.
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <memory>
+
+class QNetworkAccessManager;
+class QNetworkReply;
+
+class Inet : public QObject
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(Inet)
+
+public:
+    static constexpr int icError = 11;
+    static constexpr int icResponseCompleted = 12;
+    static constexpr int DefaultTimeoutMs = 60000;
+
+    explicit Inet(QObject* parent = nullptr);
+    ~Inet() override;
+
+    // 0 the system's proxy, 1 no proxy, 2 the proxy named by Proxy ("host:port").
+    int AccessType() const { return m_accessType; }
+    void setAccessType(int accessType);
+    QString Proxy() const { return m_proxy; }
+    void setProxy(const QString& proxy);
+    QString URL() const { return m_url; }
+    void setURL(const QString& url) { m_url = url; }
+
+    // Fetches url (or URL when url is empty) and returns the body. The window doesn't react
+    // meanwhile. *ok is false when the transfer failed outright (no answer, time-out, HTTP error).
+    QString OpenURL(const QString& url = QString(), bool* ok = nullptr);
+
+    // Starts a request and returns at once; StateChanged tells how it ended. headers: lines of
+    // "Name: value".
+    void Execute(const QString& url, const QString& operation, const QString& body, const QString& headers);
+
+    bool StillExecuting() const { return m_reply != nullptr; }
+
+    // The next piece of the answer of the last Execute, at most size characters; empty when
+    // everything has been read.
+    QString GetChunk(int size);
+
+    int ResponseCode() const { return m_responseCode; }
+    QString ResponseInfo() const { return m_responseInfo; }
+
+    // Tests shorten the time a request may take.
+    void setTimeoutMsForTesting(int milliseconds) { m_timeoutMs = milliseconds; }
+
+signals:
+    void StateChanged(int state);
+
+private:
+    QNetworkReply* start(const QString& url, const QByteArray& operation, const QByteArray& body,
+                         const QString& headers);
+    // Reads a finished reply: its body, decoded, and the outcome.
+    bool finish(QNetworkReply* reply, QString* body);
+
+    std::unique_ptr<QNetworkAccessManager> m_manager;
+    int m_accessType = 0;
+    QString m_proxy;
+    QString m_url;
+    QNetworkReply* m_reply = nullptr;
+    QString m_answer;
+    qsizetype m_answerPos = 0;
+    int m_responseCode = 0;
+    QString m_responseInfo;
+    int m_timeoutMs = DefaultTimeoutMs;
+};
+
+// The text of an HTTP body, decoded by the charset named in contentType, Windows-1252 otherwise.
+QString decodeHttpBody(const QByteArray& body, const QByteArray& contentType);
