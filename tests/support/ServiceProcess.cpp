@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ServiceProcess.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QJsonDocument>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QUrl>
+
+ServiceProcess::ServiceProcess(const QStringList& extraArguments)
+{
+    const QString program = qEnvironmentVariable("QUELLBOTE_SERVICE");
+    if (program.isEmpty())
+        return;
+    m_process.setProgram(program);
+    m_process.setArguments(QStringList { QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--journal"),
+                                         m_dir.filePath(QStringLiteral("journal.jsonl")) }
+                           + extraArguments);
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_process.start();
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 10000 && m_process.state() != QProcess::NotRunning) {
+        m_process.waitForReadyRead(200);
+        while (m_process.canReadLine()) {
+            const QByteArray line = m_process.readLine().trimmed();
+            if (line.startsWith("listening on http://127.0.0.1:")) {
+                m_port = quint16(line.mid(line.lastIndexOf(':') + 1).toUInt());
+                return;
+            }
+        }
+    }
+}
+
+ServiceProcess::~ServiceProcess()
+{
+    stop();
+}
+
+void ServiceProcess::stop()
+{
+    if (m_process.state() != QProcess::NotRunning) {
+        m_process.kill();
+        m_process.waitForFinished(3000);
+    }
+}
+
+QString ServiceProcess::baseUrl() const
+{
+    return QStringLiteral("http://127.0.0.1:") + QString::number(m_port);
+}
+
+QList<QJsonObject> ServiceProcess::journal() const
+{
+    QList<QJsonObject> entries;
+    QFile file(m_dir.filePath(QStringLiteral("journal.jsonl")));
+    if (!file.open(QIODevice::ReadOnly))
+        return entries;
+    while (!file.atEnd()) {
+        const QJsonDocument doc = QJsonDocument::fromJson(file.readLine());
+        if (doc.isObject())
+            entries.append(doc.object());
+    }
+    return entries;
+}
+
+QList<QJsonObject> ServiceProcess::requests(const QString& path) const
+{
+    QList<QJsonObject> entries;
+    for (const QJsonObject& e : journal()) {
+        if (e.value(QStringLiteral("path")).toString() == path)
+            entries.append(e);
+    }
+    return entries;
+}
+
+bool ServiceProcess::setFault(const QString& path, const QString& mode)
+{
+    QNetworkAccessManager manager;
+    QNetworkReply* reply = manager.get(QNetworkRequest(
+        QUrl(baseUrl() + QStringLiteral("/__control/fault?path=") + path + QStringLiteral("&mode=") + mode)));
+    QEventLoop loop;
+    QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    loop.exec();
+    const bool ok = reply->readAll() == "ok";
+    reply->deleteLater();
+    return ok;
+}
+
+void ServiceProcess::writeOemInf(const QString& folder, const QByteArray& extra) const
+{
+    const QByteArray base = baseUrl().toLatin1();
+    QByteArray text = "[URLs]\r\n";
+    const QList<QPair<QByteArray, QByteArray>> urls = {
+        { "Homepage", "/" },
+        { "Helppage", "/hilfe/" },
+        { "SendSMS", "/smsv3/smsv3.php" },
+        { "CronSMS", "/cronjob/send_repeat.php" },
+        { "EditCronSMS", "/terminversand/deleteSMS.php" },
+        { "Phonebook", "/telefonbuch/telefonbuch.php" },
+        { "WebGroup", "/sms/gruppenv2/gruppenv2.php" },
+        { "BuyCredits", "/sms/buyCredits.php" },
+        { "CheckUser", "/sms/checkUser.php" },
+        { "CreateUser", "/sms/createUser.php" },
+        { "SmsCount", "/sms/count.php?email=" },
+        { "CheckVersion", "/update/version" },
+        { "CheckInfo", "/update/infoVersion" },
+        { "AGB", "/sms_agb/sms_agb.htm" },
+        { "WebGroupDir", "/sms/gruppenv2/" },
+        { "News", "/news.htm" },
+        { "Update", "/update/quellbote.exe" },
+    };
+    for (const auto& [key, path] : urls)
+        text += key + '=' + base + path + "\r\n";
+    text += extra;
+    QFile file(folder + QStringLiteral("/oem.inf"));
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        file.write(text);
+}
