@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and starts the client. The demo keeps its settings in a
-# store of its own under build/, so it never touches the user's real settings.
+# Installs what is missing, builds, starts the sandbox service and the client pointed at it.
+# The client runs as a copy in build/demo with an oem.inf beside it that points every address at
+# the service, as a rebranded installation reaches its own server. The demo keeps its settings
+# in a store of its own under build/demo, so it never touches the user's real settings.
 set -euo pipefail
 cd "$(dirname "$0")"
 source scripts/common.sh
@@ -9,8 +11,39 @@ install_missing_packages
 configure_and_build build
 
 demo="$PWD/build/demo"
-mkdir -p "$demo/config"
+mkdir -p "$demo/config/Tarnholt"
+cp build/src/quellbote "$demo/quellbote"
+
+build/service/quellbote-service --port 0 --journal "$demo/journal.jsonl" > "$demo/service.log" &
+service_pid=$!
+trap 'kill $service_pid 2>/dev/null || true' EXIT
+for _ in $(seq 1 50); do
+    grep -q "^listening on" "$demo/service.log" 2>/dev/null && break
+    sleep 0.1
+done
+base=$(sed -n 's/^listening on //p' "$demo/service.log" | head -n 1)
+[ -n "$base" ] || { echo "quellbote-service did not start" >&2; exit 1; }
+echo "quellbote-service at $base (journal: $demo/journal.jsonl)"
+
+{
+    printf '[URLs]\r\n'
+    for entry in Homepage=/ Helppage=/hilfe/ SendSMS=/smsv3/smsv3.php CronSMS=/cronjob/send_repeat.php \
+        EditCronSMS=/terminversand/deleteSMS.php Phonebook=/telefonbuch/telefonbuch.php \
+        WebGroup=/sms/gruppenv2/gruppenv2.php BuyCredits=/sms/buyCredits.php CheckUser=/sms/checkUser.php \
+        CreateUser=/sms/createUser.php 'SmsCount=/sms/count.php?email=' CheckVersion=/update/version \
+        CheckInfo=/update/infoVersion AGB=/sms_agb/sms_agb.htm WebGroupDir=/sms/gruppenv2/ News=/news.htm \
+        Update=/update/quellbote.exe; do
+        printf '%s=%s%s\r\n' "${entry%%=*}" "$base" "${entry#*=}"
+    done
+} > "$demo/oem.inf"
+
+# The demo account, stored once, as the first-start wizard would store it.
+store="$demo/config/Tarnholt/SMS.conf"
+if [ ! -f "$store" ]; then
+    printf '[General]\neMail=demo@quellbote.test\nPassword=demo\nfirstStartHasRun=true\n' > "$store"
+    chmod 600 "$store"
+fi
+
 export XDG_CONFIG_HOME="$demo/config"
 [ "$(id -u)" -eq 0 ] && export QTWEBENGINE_DISABLE_SANDBOX=1
-
-exec build/src/quellbote
+"$demo/quellbote"
