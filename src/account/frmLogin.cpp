@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "frmLogin.h"
+
+#include "settings/cOptionen.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+frmLogin::frmLogin(const QString& email, QWidget* parent)
+    : QDialog(parent)
+    , txtEmail(new QLineEdit(email, this))
+    , txtPassword(new QLineEdit(this))
+{
+    setObjectName(QStringLiteral("frmLogin"));
+    setWindowTitle(QStringLiteral("Kennwort eingeben"));
+    setModal(true);
+    txtEmail->setObjectName(QStringLiteral("txtEmail"));
+    txtEmail->setReadOnly(true);
+    txtPassword->setObjectName(QStringLiteral("txtPassword"));
+    txtPassword->setEchoMode(QLineEdit::Password);
+
+    auto* lblEmail = new QLabel(QStringLiteral("&eMail:"), this);
+    lblEmail->setBuddy(txtEmail);
+    auto* lblPassword = new QLabel(QStringLiteral("&Kennwort:"), this);
+    lblPassword->setBuddy(txtPassword);
+    txtEmail->setAccessibleName(QStringLiteral("eMail"));
+    txtPassword->setAccessibleName(QStringLiteral("Kennwort"));
+
+    auto* cmdOK = new QPushButton(QStringLiteral("OK"), this);
+    cmdOK->setObjectName(QStringLiteral("cmdOK"));
+    cmdOK->setDefault(true);
+    auto* cmdCancel = new QPushButton(QStringLiteral("Abbrechen"), this);
+    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
+    connect(cmdOK, &QPushButton::clicked, this, [this] {
+        m_result = txtPassword->text();
+        accept();
+    });
+    connect(cmdCancel, &QPushButton::clicked, this, [this] {
+        m_result.clear();
+        reject();
+    });
+
+    auto* form = new QFormLayout;
+    form->addRow(lblEmail, txtEmail);
+    form->addRow(lblPassword, txtPassword);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(cmdOK);
+    buttons->addWidget(cmdCancel);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(form);
+    layout->addLayout(buttons);
+    setMinimumWidth(360);
+    txtPassword->setFocus();
+}
+
+QString frmLogin::askForPassword(const QString& email, QWidget* owner)
+{
+    frmLogin dialog(email, owner);
+    dialog.exec();
+    // Closing by the frame gives what OK or Cancel left: an empty text.
+    return dialog.result() == QDialog::Accepted ? dialog.m_result : QString();
+}
+
+QString GetKennwort(QWidget* owner)
+{
+    if (!Options().kennwort().isEmpty())
+        return Options().kennwort();
+    return frmLogin::askForPassword(Options().Username(), owner);
+}

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ToolbarButton.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
+
+namespace {
+constexpr int PictureSize = 20;
+constexpr int Gap = 6;
+constexpr int Margin = 5;
+} // namespace
+
+ToolbarButton::ToolbarButton(QWidget* parent)
+    : ToolbarButton(Arrangement::PictureLeft, parent)
+{
+}
+
+ToolbarButton::ToolbarButton(Arrangement arrangement, QWidget* parent)
+    : QAbstractButton(parent)
+    , m_arrangement(arrangement)
+    , m_backColor(palette().color(QPalette::Button))
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
+    setCursor(Qt::PointingHandCursor);
+    QAbstractButton::setText(QStringLiteral("Quellbote"));
+    setAccessibleName(text());
+}
+
+void ToolbarButton::setCaption(const QString& caption)
+{
+    setText(caption);
+    setAccessibleName(caption.trimmed().isEmpty() ? toolTip() : caption.trimmed());
+    updateGeometry();
+    update();
+}
+
+void ToolbarButton::setPicture(const QIcon& picture)
+{
+    m_picture = picture;
+    updateGeometry();
+    update();
+}
+
+void ToolbarButton::setPictureHover(const QIcon& picture)
+{
+    m_pictureHover = picture;
+    update();
+}
+
+void ToolbarButton::setPictureDisabled(const QIcon& picture)
+{
+    m_pictureDisabled = picture;
+    update();
+}
+
+void ToolbarButton::setThemedBackColor(const QColor& color)
+{
+    m_backColor = color;
+    update();
+}
+
+QIcon ToolbarButton::currentPicture() const
+{
+    if (!isEnabled())
+        return m_pictureDisabled.isNull() ? m_picture : m_pictureDisabled;
+    // Under the mouse the hover picture shows, even when there is none.
+    if (m_hot || isDown())
+        return m_pictureHover.isNull() ? m_picture : m_pictureHover;
+    return m_picture;
+}
+
+QSize ToolbarButton::sizeHint() const
+{
+    const QFontMetrics fm(font());
+    const int textWidth = text().isEmpty() ? 0 : fm.horizontalAdvance(text());
+    if (m_arrangement == Arrangement::PictureLeft) {
+        const int width = Margin * 2 + PictureSize + (textWidth ? Gap + textWidth : 0);
+        return { width, qMax(PictureSize, fm.height()) + Margin * 2 };
+    }
+    return { qMax(PictureSize + 8, textWidth) + Margin * 2, PictureSize + 8 + Gap + fm.height() + Margin * 2 };
+}
+
+void ToolbarButton::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF frame = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(m_backColor);
+    painter.drawRect(rect());
+    if (isEnabled() && (m_hot || isDown())) {
+        // Raised under the mouse, sunken while pressed.
+        const QColor light = palette().color(QPalette::Light);
+        const QColor dark = palette().color(QPalette::Mid);
+        painter.setBrush(isDown() ? m_backColor.darker(112) : m_backColor.lighter(104));
+        painter.setPen(QPen(isDown() ? dark : dark.lighter(115), 1));
+        painter.drawRoundedRect(frame, 4, 4);
+        painter.setPen(QPen(isDown() ? dark : light, 1));
+        painter.drawLine(frame.topLeft() + QPointF(4, 1), frame.topRight() + QPointF(-4, 1));
+    }
+    const QIcon picture = currentPicture();
+    const QFontMetrics fm(font());
+    QRect pictureRect;
+    QRect textRect;
+    if (m_arrangement == Arrangement::PictureLeft) {
+        pictureRect = QRect(Margin, (height() - PictureSize) / 2, PictureSize, PictureSize);
+        textRect = QRect(pictureRect.right() + Gap, 0, width() - pictureRect.right() - Gap - Margin, height());
+    } else {
+        pictureRect = QRect((width() - PictureSize) / 2, Margin + 4, PictureSize, PictureSize);
+        textRect = QRect(0, pictureRect.bottom() + Gap, width(), fm.height() + 2);
+    }
+    if (!picture.isNull())
+        picture.paint(&painter, pictureRect, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
+    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
+    painter.drawText(textRect,
+                     (m_arrangement == Arrangement::PictureLeft ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter,
+                     text());
+    if (hasFocus()) {
+        QStyleOptionFocusRect option;
+        option.initFrom(this);
+        option.rect = rect().adjusted(2, 2, -2, -2);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    }
+}
+
+void ToolbarButton::enterEvent(QEnterEvent* event)
+{
+    m_hot = true;
+    update();
+    QAbstractButton::enterEvent(event);
+}
+
+void ToolbarButton::leaveEvent(QEvent* event)
+{
+    m_hot = false;
+    update();
+    QAbstractButton::leaveEvent(event);
+}
+
+void ToolbarButton::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        animateClick();
+        return;
+    }
+    QAbstractButton::keyPressEvent(event);
+}
+
+TreeButton::TreeButton(QWidget* parent)
+    : ToolbarButton(Arrangement::PictureAbove, parent)
+{
+}

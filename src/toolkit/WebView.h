@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// An embedded browser that shows every navigation to the program before it happens, with a way
+// to cancel it, and that can suppress its context menu. The pseudo-schemes of the service's
+// pages ("telefon", "close", "gruppe") reach it like any other address.
+#pragma once
+
+#include <QWidget>
+
+class QWebEngineView;
+
+class WebView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit WebView(QWidget* parent = nullptr);
+
+    // Registers the pseudo-schemes; must run before the QApplication is created.
+    static void registerSchemes();
+
+    void navigate(const QString& url);
+    void setContextMenuEnabled(bool enabled);
+    QString currentUrl() const;
+
+signals:
+    // url is the raw encoded form, so "%20" stays "%20".
+    void beforeNavigate(const QString& url, bool* cancel);
+    void documentComplete(const QString& url);
+
+private:
+    QWebEngineView* m_view;
+};
