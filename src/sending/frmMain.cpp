@@ -1,18 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "frmMain.h"
 
+#include "MessageSize.h"
+#include "NumberRules.h"
 #include "Prefixes.h"
 #include "Version.h"
 #include "frmSplash.h"
 #include "settings/ProductName.h"
+#include "settings/ProxyConfig.h"
 #include "settings/ToolRegistry.h"
 #include "settings/cOptionen.h"
 #include "settings/tools.h"
+#include "toolkit/Inet.h"
 #include "toolkit/Pause.h"
 #include "toolkit/SmsTextEdit.h"
+#include "toolkit/ToolbarButton.h"
 #include "toolkit/frmMinimizeWarning.h"
 #include "toolkit/mTrayIcon.h"
 
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QGridLayout>
@@ -22,6 +28,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QStyle>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -51,6 +58,30 @@ QString coordinateText(int value)
 {
     return QString::number(float(value), 'g', 7);
 }
+
+QLineEdit* counterField(const QString& name, const QString& caption, QWidget* parent)
+{
+    auto* field = new QLineEdit(parent);
+    field->setObjectName(name);
+    field->setReadOnly(true);
+    field->setAlignment(Qt::AlignRight);
+    field->setFocusPolicy(Qt::TabFocus);
+    field->setAccessibleName(caption);
+    field->setMaximumWidth(64);
+    return field;
+}
+
+ToolbarButton* toolButton(const QString& name, const QString& caption, const QString& tip, const QString& icon,
+                          QWidget* parent)
+{
+    auto* button = new ToolbarButton(parent);
+    button->setObjectName(name);
+    button->setCaption(caption);
+    button->setToolTip(tip);
+    button->setPicture(QIcon::fromTheme(icon));
+    button->setAccessibleName(caption.trimmed().isEmpty() ? tip : caption.trimmed());
+    return button;
+}
 } // namespace
 
 frmMain::frmMain(QWidget* parent)
@@ -61,6 +92,7 @@ frmMain::frmMain(QWidget* parent)
     setWindowTitle(ProductName());
     setWindowIcon(QIcon(QStringLiteral(":/pictures/logo.svg")));
     buildControls();
+    connectHandlers();
 }
 
 frmMain::~frmMain()
@@ -111,23 +143,94 @@ void frmMain::buildControls()
     cmbName = new QComboBox(this);
     cmbName->setObjectName(QStringLiteral("cmbName"));
     cmbName->setEditable(true);
+    cmbName->setInsertPolicy(QComboBox::NoInsert);
     cmbVorwahl = new QComboBox(this);
     cmbVorwahl->setObjectName(QStringLiteral("cmbVorwahl"));
+    cmbVorwahl->setMinimumWidth(120);
     txtNummer = new QLineEdit(this);
     txtNummer->setObjectName(QStringLiteral("txtNummer"));
     txtNummer->setToolTip(QStringLiteral("Geben Sie die Rufnummer ohne Vorwahl ein."));
+    chkPrivat = new QCheckBox(QStringLiteral("privat"), this);
+    chkPrivat->setObjectName(QStringLiteral("chkPrivat"));
+    chkPrivat->setChecked(true);
+    chkPublic = new QCheckBox(QStringLiteral("öffentlich"), this);
+    chkPublic->setObjectName(QStringLiteral("chkPublic"));
     txtSMS = new SmsTextEdit(this);
     txtSMS->setObjectName(QStringLiteral("txtSMS"));
-    txtSMS->setMaxLength(1500);
+    txtSMS->setMaxLength(MessageSize::SizeLimit);
+    txtZeichen = counterField(QStringLiteral("txtZeichen"), QStringLiteral("Zeichen"), this);
+    txtAnzahlSMS = counterField(QStringLiteral("txtAnzahlSMS"), QStringLiteral("Anzahl SMS"), this);
+    txtKostenProSMS = counterField(QStringLiteral("txtKostenProSMS"), QStringLiteral("Credits pro SMS"), this);
+
+    boxReuseLastSMS = new QWidget(this);
+    boxReuseLastSMS->setObjectName(QStringLiteral("boxReuseLastSMS"));
+    lblReuseText
+        = new QLabel(QStringLiteral("<a href=\"reuse\">Klicken Sie hier um den Text der letzten SMS nochmals zu "
+                                    "verwenden</a>"),
+                     boxReuseLastSMS);
+    lblReuseText->setObjectName(QStringLiteral("lblReuseText"));
+    lblReuseText->setAccessibleName(
+        QStringLiteral("Klicken Sie hier um den Text der letzten SMS nochmals zu verwenden"));
+    lblReuseText->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    auto* reuseLayout = new QHBoxLayout(boxReuseLastSMS);
+    reuseLayout->setContentsMargins(0, 0, 0, 0);
+    reuseLayout->addWidget(lblReuseText);
+    boxReuseLastSMS->hide();
+
+    tbSend = toolButton(QStringLiteral("tbSend"), QStringLiteral("Senden"), QStringLiteral("Versendet die SMS"),
+                        QStringLiteral("mail-send"), this);
+    tbTerminversand = toolButton(QStringLiteral("tbTerminversand"), QStringLiteral("Terminversand"), QString(),
+                                 QStringLiteral("appointment-new"), this);
+    tbMultiSMS = toolButton(QStringLiteral("tbMultiSMS"), QStringLiteral(" MultiSMS"),
+                            QStringLiteral("Öffnet die MultiSMS Funktion"), QStringLiteral("system-users"), this);
+    tbPhonebook = toolButton(QStringLiteral("tbPhonebook"), QStringLiteral("Telefonbuch"),
+                             QStringLiteral("Öffnet das Telefonbuch"), QStringLiteral("x-office-address-book"), this);
+    tbOptions = toolButton(QStringLiteral("tbOptions"), QStringLiteral("Einstellungen"), QString(),
+                           QStringLiteral("preferences-system"), this);
+    tbHelp = toolButton(QStringLiteral("tbHelp"), QStringLiteral("Hilfe"), QString(), QStringLiteral("help-browser"),
+                        this);
+    tbAdmin
+        = toolButton(QStringLiteral("tbAdmin"), QStringLiteral("Webseite"),
+                     QStringLiteral("Öffnet die Quellbote Webseite"), QStringLiteral("applications-internet"), this);
+
     lblCredits = new QLabel(QStringLiteral("nicht angemeldet"), this);
     lblCredits->setObjectName(QStringLiteral("lblCredits"));
+    lblBuyCredits
+        = new QLabel(QStringLiteral("<a href=\"buy\">Klicken Sie hier um neue Credits zu bestellen.</a>"), this);
+    lblBuyCredits->setObjectName(QStringLiteral("lblBuyCredits"));
+    lblBuyCredits->setAccessibleName(QStringLiteral("Klicken Sie hier um neue Credits zu bestellen."));
+    lblBuyCredits->hide();
+    lblUpdate = new QLabel(
+        QStringLiteral("<a href=\"update\">Es gibt eine neue Version. Zum Update bitte hier klicken.</a>"), this);
+    lblUpdate->setObjectName(QStringLiteral("lblUpdate"));
+    lblUpdate->setAccessibleName(QStringLiteral("Es gibt eine neue Version. Zum Update bitte hier klicken."));
+    lblUpdate->hide();
+    picUpdate = new QLabel(this);
+    picUpdate->setObjectName(QStringLiteral("picUpdate"));
+    picUpdate->setPixmap(
+        QIcon::fromTheme(QStringLiteral("software-update-available"), style()->standardIcon(QStyle::SP_BrowserReload))
+            .pixmap(16, 16));
+    picUpdate->setAccessibleName(lblUpdate->accessibleName());
+    picUpdate->hide();
     lblVersion = new QLabel(this);
     lblVersion->setObjectName(QStringLiteral("lblVersion"));
+
+    iNet = new Inet(this);
+    iNet->setObjectName(QStringLiteral("iNet"));
+    iNet2 = new Inet(this);
+    iNet2->setObjectName(QStringLiteral("iNet2"));
+    tm = new QTimer(this);
+    tm->setObjectName(QStringLiteral("tm"));
+    tm->setInterval(60000);
+    tmCredits = new QTimer(this);
+    tmCredits->setObjectName(QStringLiteral("tmCredits"));
+    tmCredits->setInterval(60000);
 
     auto* lblName = new QLabel(QStringLiteral("Empfängername"), this);
     lblName->setBuddy(cmbName);
     auto* lblRufnummer = new QLabel(QStringLiteral("Rufnummer"), this);
     lblRufnummer->setBuddy(cmbVorwahl);
+    auto* lblPhonebook = new QLabel(QStringLiteral("Nummer im Telefonbuch speichern als"), this);
     auto* lblNachricht = new QLabel(QStringLiteral("Nachricht"), this);
     lblNachricht->setBuddy(txtSMS);
     auto* lblGuthaben = new QLabel(QStringLiteral("Guthaben"), this);
@@ -135,6 +238,8 @@ void frmMain::buildControls()
     cmbName->setAccessibleName(lblName->text());
     cmbVorwahl->setAccessibleName(QStringLiteral("Vorwahl"));
     txtNummer->setAccessibleName(lblRufnummer->text());
+    chkPrivat->setAccessibleName(QStringLiteral("privat"));
+    chkPublic->setAccessibleName(QStringLiteral("öffentlich"));
     txtSMS->setAccessibleName(lblNachricht->text());
     lblCredits->setAccessibleName(lblGuthaben->text());
 
@@ -144,22 +249,83 @@ void frmMain::buildControls()
     form->addWidget(lblRufnummer, 1, 0);
     form->addWidget(cmbVorwahl, 1, 1);
     form->addWidget(txtNummer, 1, 2);
-    form->addWidget(lblNachricht, 2, 0, Qt::AlignTop);
-    form->addWidget(txtSMS, 2, 1, 1, 2);
+    auto* bookLine = new QHBoxLayout;
+    bookLine->addWidget(lblPhonebook);
+    bookLine->addWidget(chkPrivat);
+    bookLine->addWidget(chkPublic);
+    bookLine->addStretch(1);
+    form->addLayout(bookLine, 2, 1, 1, 2);
+    form->addWidget(lblNachricht, 3, 0, Qt::AlignTop);
+    form->addWidget(txtSMS, 3, 1, 1, 2);
+    auto* counters = new QHBoxLayout;
+    for (const auto& [caption, field] : { std::pair { QStringLiteral("Zeichen"), txtZeichen },
+                                          std::pair { QStringLiteral("Anzahl SMS"), txtAnzahlSMS },
+                                          std::pair { QStringLiteral("Credits pro SMS"), txtKostenProSMS } }) {
+        auto* label = new QLabel(caption, this);
+        label->setBuddy(field);
+        counters->addWidget(label);
+        counters->addWidget(field);
+        counters->addSpacing(8);
+    }
+    counters->addStretch(1);
+    form->addLayout(counters, 4, 1, 1, 2);
+    form->addWidget(boxReuseLastSMS, 5, 1, 1, 2);
     form->setColumnStretch(2, 1);
+    form->setRowStretch(3, 1);
+
+    auto* buttons = new QVBoxLayout;
+    for (ToolbarButton* b : { tbSend, tbTerminversand, tbMultiSMS, tbPhonebook, tbOptions, tbHelp, tbAdmin })
+        buttons->addWidget(b);
+    buttons->addStretch(1);
+
+    auto* body = new QHBoxLayout;
+    body->addLayout(form, 1);
+    body->addSpacing(10);
+    body->addLayout(buttons);
 
     auto* status = new QHBoxLayout;
     status->addWidget(lblGuthaben);
     status->addWidget(lblCredits);
+    status->addWidget(lblBuyCredits);
     status->addStretch(1);
+    status->addWidget(picUpdate);
+    status->addWidget(lblUpdate);
+    status->addSpacing(12);
     status->addWidget(lblVersion);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(header);
-    layout->addLayout(form, 1);
+    layout->addLayout(body, 1);
     layout->addLayout(status);
     // The window has a fixed layout; it never changes its size.
-    setFixedSize(sizeHint().expandedTo(QSize(720, 520)));
+    setFixedSize(sizeHint().expandedTo(QSize(760, 540)));
+}
+
+void frmMain::connectHandlers()
+{
+    connect(cmbVorwahl, &QComboBox::activated, this, &frmMain::cmbVorwahl_Click);
+    connect(txtNummer, &QLineEdit::textChanged, this, &frmMain::txtNummer_Change);
+    txtNummer->installEventFilter(this);
+    connect(txtSMS, &QPlainTextEdit::textChanged, this, &frmMain::txtSMS_Change);
+    connect(cmbName, &QComboBox::activated, this, &frmMain::cmbName_Click);
+    connect(chkPublic, &QCheckBox::clicked, this, &frmMain::chkPublic_Click);
+    connect(lblReuseText, &QLabel::linkActivated, this, &frmMain::lblReuseText_Click);
+    connect(tbSend, &QAbstractButton::clicked, this, &frmMain::tbSend_Click);
+    connect(iNet, &Inet::StateChanged, this, &frmMain::iNet_StateChanged);
+    connect(iNet2, &Inet::StateChanged, this, [this](int state) {
+        if (state == Inet::icError)
+            lblUpdate->hide();
+    });
+    connect(tm, &QTimer::timeout, this, &frmMain::tm_Timer);
+    connect(tmCredits, &QTimer::timeout, this, &frmMain::tmCredits_Timer);
+}
+
+void frmMain::configureTransfers()
+{
+    for (Inet* transfer : { iNet, iNet2 }) {
+        transfer->setAccessType(ProxyConfig::GetAccessType());
+        transfer->setProxy(ProxyConfig::GetProxyString());
+    }
 }
 
 void frmMain::load(frmSplash* splash)
@@ -168,6 +334,7 @@ void frmMain::load(frmSplash* splash)
         if (splash)
             splash->info(line);
     };
+    configureTransfers();
     credits = -1;
     info(QStringLiteral("Lade ") + ProductName() + QStringLiteral(" ..."));
     restorePosition();
@@ -177,17 +344,22 @@ void frmMain::load(frmSplash* splash)
     initPrefixes();
     info(QStringLiteral("Lade Signaturen ..."));
     info(QStringLiteral("Suche nach Updates ..."));
+    checkForUpdate();
     info(QStringLiteral("Überprüfe Guthaben ..."));
+    refreshCredits();
     isMultiSMSMode = false;
     info(QStringLiteral("MRU laden ..."));
+    createMru();
     info(QStringLiteral("News herunterladen ..."));
     info(QStringLiteral("Optionen wiederherstellen ..."));
+    updateCost();
     info(QStringLiteral("Sitzung wiederherstellen ..."));
     restoreSession();
     info(ProductName() + QStringLiteral(" geladen"));
     m_tray = new mTrayIcon(this, [this] { SysTrayMouseEventHandler(); });
     lastStartTime.clear();
     creditsTicks = 0;
+    tmCredits->start();
     show();
 }
 
@@ -199,6 +371,24 @@ void frmMain::initPrefixes()
                             entry.key);
     }
     cmbVorwahl->setCurrentIndex(-1);
+}
+
+void frmMain::createMru()
+{
+    mru = clsMRU();
+    mru.setMax(10);
+    mru.ReadSettings();
+    FillListCombo();
+}
+
+void frmMain::FillListCombo()
+{
+    const QString typed = cmbName->currentText();
+    cmbName->clear();
+    for (const clsMRU::ComboItem& item : mru.comboItems())
+        cmbName->addItem(QIcon(QStringLiteral(":/pictures/user.svg")), item.name, item.tag);
+    cmbName->setCurrentIndex(-1);
+    cmbName->setEditText(typed);
 }
 
 QString frmMain::selectedPrefixKey() const
@@ -220,12 +410,10 @@ void frmMain::restorePosition()
     const QRect screen = (this->screen() ? this->screen() : QGuiApplication::primaryScreen())->geometry();
     const QSize size = frameGeometry().size().isValid() ? frameGeometry().size() : this->size();
     bool ok = false;
-    const QString xText = readSession(u"x");
-    double x = tools::NumericValue(xText, &ok);
+    double x = tools::NumericValue(readSession(u"x"), &ok);
     if (!ok || x < 0)
         x = screen.width() / 2 - size.width() / 2;
-    const QString yText = readSession(u"y");
-    double y = tools::NumericValue(yText, &ok);
+    double y = tools::NumericValue(readSession(u"y"), &ok);
     if (!ok || y < 0)
         y = screen.height() / 2 - size.height() / 2;
     move(int(x), int(y));
@@ -238,7 +426,12 @@ void frmMain::restoreSession()
     const QString lastText = readSession(u"lastText");
     selectPrefixKey(lastPrefix);
     txtNummer->setText(lastNumber);
+    // An empty number is still checked, so the field comes up marked.
+    if (lastNumber.isEmpty())
+        txtNummer_Change();
     txtSMS->setText(lastText);
+    if (lastText.isEmpty())
+        txtSMS_Change();
 }
 
 void frmMain::savePosition()
@@ -276,6 +469,115 @@ void frmMain::showInformation(const QString& text)
 void frmMain::hideInformation()
 {
     imgInformation->hide();
+}
+
+void frmMain::setMarked(QWidget* field, bool marked)
+{
+    // Light red marks a field in error; the normal colour comes back from the palette.
+    field->setStyleSheet(marked ? QStringLiteral("background-color: rgb(255, 192, 192);") : QString());
+}
+
+void frmMain::cmbVorwahl_Click()
+{
+    setMarked(cmbVorwahl, false);
+    txtNummer->setFocus();
+    const QString key = selectedPrefixKey();
+    if (key.isEmpty())
+        return;
+    if (key == u"W") {
+        const QString text = QStringLiteral("Bitte geben sie die Rufnummer inklusive der internationalen Vorwahl ein.");
+        showInformation(text);
+        txtNummer->setToolTip(text);
+    } else {
+        hideInformation();
+        txtNummer->setToolTip(QStringLiteral("Geben Sie die Rufnummer ohne Vorwahl ein."));
+    }
+    updateCost();
+}
+
+void frmMain::txtNummer_Change()
+{
+    clearWarning();
+    setMarked(txtNummer, false);
+    const NumberRules::NumberCheck check = NumberRules::checkNumber(selectedPrefixKey(), txtNummer->text());
+    if (check.marked)
+        setMarked(txtNummer, true);
+    if (!check.warningText.isEmpty())
+        showWarning(check.warningText);
+    updateCost();
+}
+
+void frmMain::txtSMS_Change()
+{
+    boxReuseLastSMS->hide();
+    recalcSmsSize();
+}
+
+void frmMain::cmbName_Click(int index)
+{
+    if (index < 0)
+        return;
+    const NumberRules::UsedNumber used = NumberRules::splitUsedNumberTag(cmbName->itemData(index).toString());
+    selectPrefixKey(used.key);
+    txtNummer->setText(used.number);
+}
+
+void frmMain::chkPublic_Click()
+{
+    // A number goes into one phonebook at most: a public tick greys the private one.
+    if (chkPublic->isChecked()) {
+        chkPrivat->setTristate(true);
+        chkPrivat->setCheckState(Qt::PartiallyChecked);
+        chkPrivat->setEnabled(false);
+    } else {
+        chkPrivat->setCheckState(Qt::Checked);
+        chkPrivat->setTristate(false);
+        chkPrivat->setEnabled(true);
+    }
+}
+
+void frmMain::lblReuseText_Click()
+{
+    txtSMS->setText(lastSmsText);
+    boxReuseLastSMS->hide();
+}
+
+void frmMain::recalcSmsSize()
+{
+    setMarked(txtSMS, false);
+    const MessageSize::SmsSizeFigures figures
+        = MessageSize::recalcSmsSize(txtSMS->text(), isMultiSMSMode, MessageSize::smsOptionsOf(Options()));
+    if (figures.overLimit) {
+        setMarked(txtSMS, true);
+        showWarning(figures.warningText);
+    } else {
+        clearWarning();
+    }
+    tbSend->setEnabled(figures.sendEnabled);
+    if (isMultiSMSMode)
+        return;
+    txtZeichen->setText(QString::number(figures.txtZeichen));
+    txtAnzahlSMS->setText(QString::number(figures.txtAnzahlSMS));
+}
+
+void frmMain::updateCost()
+{
+    txtKostenProSMS->setText(QString::number(
+        MessageSize::updateCost(MessageSize::smsOptionsOf(Options()), selectedPrefixKey(), txtNummer->text())));
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == txtNummer && event->type() == QEvent::FocusOut) {
+        const auto reason = static_cast<QFocusEvent*>(event)->reason();
+        // Leaving the field with a number that isn't one brings the focus back; a change of
+        // window or an opened list doesn't count as leaving.
+        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason
+            && NumberRules::keepsFocus(txtNummer->text()) && !isMultiSMSMode) {
+            QTimer::singleShot(0, txtNummer, [this] { txtNummer->setFocus(Qt::OtherFocusReason); });
+        }
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void frmMain::SysTrayMouseEventHandler()
@@ -318,6 +620,8 @@ void frmMain::closeEvent(QCloseEvent* event)
     QCoreApplication::processEvents();
     delete m_tray;
     m_tray = nullptr;
+    tm->stop();
+    tmCredits->stop();
     if (!(windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen)))
         savePosition();
     saveSession();

@@ -1,17 +1,28 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The main window: recipient, message, counters and the send buttons. It owns the send state
-// and walks the load sequence of the start, announcing each step on the splash window.
+// The main window: recipient, message, counters and the send buttons. It owns the send state,
+// the two transfer objects and the used-number list, and walks the load sequence of the start,
+// announcing each step on the splash window.
 #pragma once
 
+#include "GatewayRequest.h"
+#include "settings/clsMRU.h"
+
 #include <QWidget>
+
+#include <memory>
+#include <optional>
 
 class frmSplash;
 class frmMinimizeWarning;
 class mTrayIcon;
+class Inet;
+class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QTimer;
 class SmsTextEdit;
+class ToolbarButton;
 
 class frmMain : public QWidget
 {
@@ -42,10 +53,27 @@ public:
     // Selects the entry with that Key; false, and the selection unchanged, when there is none.
     bool selectPrefixKey(const QString& key);
 
+    // The click on tbSend: check, password, balance test, used number, send.
+    void tbSend_Click();
+    // The balance query; blocks until the service answered.
+    void refreshCredits();
+    // The version check of the start.
+    void checkForUpdate();
+    // Size, counters and send button from the text.
+    void recalcSmsSize();
+    // txtKostenProSMS from the options, the prefix and the number.
+    void updateCost();
+    // The guard timer of a single send fired.
+    void tm_Timer();
+    // One tick of the balance timer.
+    void tmCredits_Timer();
+
     bool isMultiSMSMode = false;
     bool isPhonebookOpen = false;
     qint32 credits = -1;
     QString sessionPassword;
+    // Set only while a scheduled send is being submitted.
+    std::optional<GatewayRequest::Schedule> pendingCronjob;
     QString lastStartTime;
     qint16 handOffCount = 0;
     qint16 creditsTicks = 0;
@@ -57,14 +85,36 @@ public:
 protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildControls();
+    void connectHandlers();
+    void configureTransfers();
     void initPrefixes();
+    void createMru();
+    void FillListCombo();
     void restorePosition();
     void restoreSession();
     void savePosition();
     void saveSession();
+
+    // The handlers of the recipient fields.
+    void cmbVorwahl_Click();
+    void txtNummer_Change();
+    void txtSMS_Change();
+    void cmbName_Click(int index);
+    void chkPublic_Click();
+    void lblReuseText_Click();
+
+    // The send road.
+    bool validateInput();
+    void sendSingle();
+    void sendMessage(const QString& number, const QString& text, const QString& name);
+    void submitMessage(const QString& number, const QString& text, const QString& name);
+    void iNet_StateChanged(int state);
+    void setMarked(QWidget* field, bool marked);
+    void setHourglass(bool on);
 
     QWidget* header;
     QLabel* lblHeader;
@@ -74,10 +124,32 @@ private:
     QComboBox* cmbName;
     QComboBox* cmbVorwahl;
     QLineEdit* txtNummer;
+    QCheckBox* chkPrivat;
+    QCheckBox* chkPublic;
     SmsTextEdit* txtSMS;
+    QLineEdit* txtZeichen;
+    QLineEdit* txtAnzahlSMS;
+    QLineEdit* txtKostenProSMS;
+    QWidget* boxReuseLastSMS;
+    QLabel* lblReuseText;
+    ToolbarButton* tbSend;
+    ToolbarButton* tbTerminversand;
+    ToolbarButton* tbMultiSMS;
+    ToolbarButton* tbPhonebook;
+    ToolbarButton* tbOptions;
+    ToolbarButton* tbHelp;
+    ToolbarButton* tbAdmin;
     QLabel* lblCredits;
+    QLabel* lblBuyCredits;
+    QLabel* lblUpdate;
+    QLabel* picUpdate;
     QLabel* lblVersion;
+    Inet* iNet;
+    Inet* iNet2;
+    QTimer* tm;
+    QTimer* tmCredits;
 
+    clsMRU mru;
     mTrayIcon* m_tray = nullptr;
     frmMinimizeWarning* m_minimizeWarning = nullptr;
     bool m_unloaded = false;

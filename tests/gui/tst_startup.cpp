@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MessageBoxScript.h"
+#include "ServiceProcess.h"
 #include "TestStore.h"
 #include "sending/frmMain.h"
 #include "sending/frmSplash.h"
+#include "settings/CUrlStore.h"
 #include "settings/ProductName.h"
 #include "settings/ProgramFolder.h"
 #include "toolkit/Pause.h"
@@ -21,6 +23,14 @@ class TestStartup : public QObject
     Q_OBJECT
 
     QTemporaryDir m_folder;
+    std::unique_ptr<ServiceProcess> m_service;
+
+    void writeOem(const QByteArray& extra = {})
+    {
+        m_service->writeOemInf(m_folder.path(), extra);
+        reloadUrlsForTesting();
+        setProductName(readProductName());
+    }
 
     struct Loaded
     {
@@ -41,6 +51,9 @@ private slots:
     {
         Pause::setLengthForTesting(0);
         ProgramFolder::setPathForTesting(m_folder.path());
+        m_service = std::make_unique<ServiceProcess>();
+        QVERIFY(m_service->isRunning());
+        writeOem();
     }
 
     void init() { TestStore::reset(); }
@@ -166,18 +179,13 @@ private slots:
 
     void brandedNameReachesSplashAndTitle()
     {
-        QFile oem(m_folder.filePath(QStringLiteral("oem.inf")));
-        QVERIFY(oem.open(QIODevice::WriteOnly));
-        oem.write("[Strings]\r\nProductName=Testbote\r\n");
-        oem.close();
-        setProductName(readProductName());
+        writeOem("[Strings]\r\nProductName=Testbote\r\n");
         const auto loaded = start();
         QCOMPARE(loaded->splash->findChild<QLabel*>(QStringLiteral("lblProductName"))->text(),
                  QStringLiteral("Testbote"));
         QCOMPARE(loaded->splash->lines().constFirst(), QStringLiteral("Lade Testbote ..."));
         QCOMPARE(loaded->splash->lines().constLast(), QStringLiteral("Testbote geladen"));
-        QFile::remove(oem.fileName());
-        setProductName(readProductName());
+        writeOem();
     }
 };
 

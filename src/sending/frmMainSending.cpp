@@ -1,0 +1,286 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The main window's road of one SMS: the click on tbSend, the request to the gateway, its answer,
+// the guard timer, and the balance and version queries.
+#include "GatewayAnswer.h"
+#include "GatewayRequest.h"
+#include "MessageSize.h"
+#include "NumberRules.h"
+#include "Version.h"
+#include "account/frmLogin.h"
+#include "account/frmNoInternet.h"
+#include "frmMain.h"
+#include "settings/CUrlStore.h"
+#include "settings/ProductName.h"
+#include "settings/cOptionen.h"
+#include "toolkit/Inet.h"
+#include "toolkit/MessageBox.h"
+#include "toolkit/SmsTextEdit.h"
+#include "toolkit/ToolbarButton.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QTimer>
+
+namespace {
+int checkBoxValue(const QCheckBox* box)
+{
+    switch (box->checkState()) {
+    case Qt::Checked:
+        return 1;
+    case Qt::PartiallyChecked:
+        return 2;
+    default:
+        return 0;
+    }
+}
+} // namespace
+
+bool frmMain::validateInput()
+{
+    clearWarning();
+    for (QWidget* field :
+         { static_cast<QWidget*>(cmbName), static_cast<QWidget*>(cmbVorwahl), static_cast<QWidget*>(txtSMS) })
+        setMarked(field, false);
+    const GatewayRequest::InputCheck check
+        = GatewayRequest::validateInput(isMultiSMSMode, selectedPrefixKey(), txtNummer->text(), txtSMS->text());
+    if (check.cmbVorwahlMarked)
+        setMarked(cmbVorwahl, true);
+    if (check.txtNummerMarked)
+        setMarked(txtNummer, true);
+    if (check.txtSMSMarked)
+        setMarked(txtSMS, true);
+    if (check.valid)
+        return true;
+    showWarning(check.warningText);
+    MessageBox::show(this, check.messageText, MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
+    return false;
+}
+
+void frmMain::tbSend_Click()
+{
+    if (!validateInput())
+        return;
+    sessionPassword
+        = Options().kennwort().isEmpty() ? frmLogin::askForPassword(Options().Username(), this) : Options().kennwort();
+    const MessageSize::SmsOptions options = MessageSize::smsOptionsOf(Options());
+    const int price = MessageSize::balanceTestPrice(options);
+    txtSMS_Change();
+    if (isMultiSMSMode) {
+        // The bulk run comes with the MultiSMS window.
+        return;
+    }
+    if (MessageSize::isBalanceTooLow(credits, txtAnzahlSMS->text().toDouble(), price)) {
+        MessageBox::show(this,
+                         QStringLiteral("Sie verfügen nicht mehr über ein ausreichendes Guthaben um diese Nachricht "
+                                        "zu verschicken."),
+                         MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
+        return;
+    }
+    mru.Add(cmbName->currentText() + QLatin1Char(';') + selectedPrefixKey() + QLatin1Char('-') + txtNummer->text());
+    mru.StoreSettings();
+    QPointer<frmMain> self(this);
+    sendSingle();
+    if (!self)
+        return;
+    FillListCombo();
+    sessionPassword.clear();
+}
+
+void frmMain::setHourglass(bool on)
+{
+    if (on)
+        setCursor(Qt::WaitCursor);
+    else
+        unsetCursor();
+}
+
+void frmMain::sendSingle()
+{
+    tm->setInterval(60000);
+    tm->start();
+    setHourglass(true);
+    const NumberRules::SendNumber number = NumberRules::sendNumber(selectedPrefixKey(), txtNummer->text());
+    if (!number.ok) {
+        MessageBox::show(this, QStringLiteral("Unbekannte Vorwahl. Die SMS kann nicht gesendet werden."),
+                         MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
+        return;
+    }
+    QPointer<frmMain> self(this);
+    sendMessage(number.number, txtSMS->text(), cmbName->currentText());
+    if (self)
+        refreshCredits();
+}
+
+void frmMain::sendMessage(const QString& number, const QString& text, const QString& name)
+{
+    QPointer<frmMain> self(this);
+    // The parts are cut from this copy; the text box may be emptied by an answer meanwhile.
+    const QStringList parts = GatewayRequest::sendMessageParts(text, MessageSize::smsOptionsOf(Options()));
+    for (const QString& part : parts) {
+        submitMessage(number, part, name);
+        if (!self)
+            return;
+    }
+}
+
+void frmMain::submitMessage(const QString& number, const QString& text, const QString& name)
+{
+    if (Options().xmlIsServerUsed()) {
+        // The hand-off to the server folder comes with its own work; nothing goes to the gateway.
+        setHourglass(false);
+        return;
+    }
+    if (GatewayRequest::asksForSender(Options().isAbsenderkennung(), Options().Absenderkennung())) {
+        const auto answer = MessageBox::show(
+            this,
+            QStringLiteral("Sie haben keinen Absender eingegeben, soll die Nachricht\r\n"
+                           "dennoch versendet werden?"),
+            MessageBox::Buttons::YesNo, MessageBox::Icon::Question, QStringLiteral("Kein Absendername vorhanden"));
+        if (answer != MessageBox::Answer::Yes) {
+            setHourglass(false);
+            return;
+        }
+    }
+    GatewayRequest::SendRequest request;
+    request.Username = Options().Username();
+    request.sessionPassword = sessionPassword;
+    request.number = number;
+    request.name = name;
+    request.isMultiSMSMode = isMultiSMSMode;
+    request.chkPrivat = checkBoxValue(chkPrivat);
+    request.chkPublic = checkBoxValue(chkPublic);
+    request.version = Version::text();
+    request.text = text;
+    request.txtSMS = txtSMS->text();
+    request.Absenderkennung = Options().Absenderkennung();
+    request.options = MessageSize::smsOptionsOf(Options());
+    request.productName = ProductName();
+    request.pendingCronjob = pendingCronjob;
+    const QString body = GatewayRequest::requestBody(request);
+
+    // Requests go out one after another: this one waits for the one before, while the window
+    // goes on taking events, answers among them.
+    QPointer<frmMain> self(this);
+    while (self && iNet->StillExecuting())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    if (!self)
+        return;
+    const QString url = GatewayRequest::requestUrl(pendingCronjob.has_value(), Urls().SendSMS(), Urls().CronSMS());
+    iNet->Execute(url, QStringLiteral("POST"), body, QStringLiteral("Content-Type: application/x-www-form-urlencoded"));
+}
+
+void frmMain::iNet_StateChanged(int state)
+{
+    if (state == Inet::icError) {
+        // A failed transfer shows nothing; the guard timer tells the user.
+        Q_UNUSED(iNet->ResponseCode());
+        Q_UNUSED(iNet->ResponseInfo());
+        return;
+    }
+    if (state != Inet::icResponseCompleted)
+        return;
+    QPointer<frmMain> self(this);
+    QString body;
+    for (QString chunk = iNet->GetChunk(1024); !chunk.isEmpty(); chunk = iNet->GetChunk(1024)) {
+        body += chunk;
+        QCoreApplication::processEvents();
+        if (!self)
+            return;
+    }
+    if (isMultiSMSMode) {
+        // The log of a bulk run comes with the MultiSMS window.
+        return;
+    }
+    const GatewayAnswer::Answer answer = GatewayAnswer::readAnswer(body);
+    if (answer.accepted) {
+        lastSmsText = txtSMS->text();
+        lblReuseText->setToolTip(lastSmsText);
+        txtSMS->setText(QString());
+        boxReuseLastSMS->show();
+        cmbName->setEditText(QString());
+        txtNummer->setText(QString());
+        setMarked(txtNummer, false);
+        clearWarning();
+    }
+    tm->stop();
+    setHourglass(false);
+    MessageBox::show(this, answer.message, MessageBox::Buttons::Ok, MessageBox::Icon::Information,
+                     QStringLiteral("Antwort des SMS Gateways"));
+}
+
+void frmMain::tm_Timer()
+{
+    // With the server folder no answer ever comes; the timer ticks on without effect.
+    if (Options().xmlIsServerUsed())
+        return;
+    setHourglass(false);
+    tm->stop();
+    MessageBox::show(this,
+                     QStringLiteral("Das SMS Gateway hat auf die Anfrage nicht reagiert.\r\n"
+                                    "Mit hoher Wahrscheinlichkeit wurde die Nachricht NICHT versendet."),
+                     MessageBox::Buttons::Ok, MessageBox::Icon::Information, ProductName());
+}
+
+void frmMain::tmCredits_Timer()
+{
+    const GatewayAnswer::CreditsTick tick = GatewayAnswer::tmCreditsTick(creditsTicks);
+    creditsTicks = tick.creditsTicks;
+    if (tick.refresh)
+        refreshCredits();
+}
+
+void frmMain::refreshCredits()
+{
+    bool ok = false;
+    const QString text = iNet2->OpenURL(Urls().SmsCount() + Options().Username(), &ok).trimmed();
+    const GatewayAnswer::CreditsState state
+        = ok ? GatewayAnswer::readBalance(text) : GatewayAnswer::noInternetBalance();
+    lblCredits->setText(state.caption);
+    lblCredits->setEnabled(state.enabled);
+    QPalette palette = lblCredits->palette();
+    palette.setColor(QPalette::WindowText,
+                     state.colour == GatewayAnswer::CreditsColour::DarkRed
+                         ? QColor(192, 0, 0)
+                         : this->palette().color(QPalette::ButtonText));
+    lblCredits->setPalette(palette);
+    lblBuyCredits->setVisible(state.buyCreditsVisible);
+    credits = state.credits;
+}
+
+void frmMain::checkForUpdate()
+{
+    const qint64 local
+        = GatewayAnswer::versionNumber(qint16(Version::major), qint16(Version::minor), qint16(Version::revision));
+    iNet2->setURL(Urls().CheckVersion());
+    QString text;
+    while (true) {
+        bool ok = false;
+        text = iNet2->OpenURL(QString(), &ok);
+        if (!ok) {
+            // The transfer failed outright: the window comes once, and the start goes on.
+            frmNoInternet::showBlocking(this);
+            return;
+        }
+        if (!text.isEmpty())
+            break;
+        frmNoInternet::showBlocking(this);
+    }
+    switch (GatewayAnswer::readVersionAnswer(text, local)) {
+    case GatewayAnswer::VersionCheck::UpdateShown:
+        lblUpdate->show();
+        picUpdate->show();
+        break;
+    case GatewayAnswer::VersionCheck::UpdateHidden:
+        lblUpdate->hide();
+        picUpdate->hide();
+        break;
+    case GatewayAnswer::VersionCheck::Failure:
+    case GatewayAnswer::VersionCheck::NoAnswer:
+        frmNoInternet::showBlocking(this);
+        break;
+    }
+}
