@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "toolkit/ToolbarButton.h"
+
+#include <QApplication>
+#include <QSignalSpy>
+#include <QTest>
+
+class TestToolbarButton : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void defaultsAndAccessibleName()
+    {
+        ToolbarButton button;
+        QCOMPARE(button.Caption(), QStringLiteral("Quellbote"));
+        button.setCaption(QStringLiteral("Senden"));
+        QCOMPARE(button.accessibleName(), QStringLiteral("Senden"));
+        QCOMPARE(button.focusPolicy(), Qt::StrongFocus);
+    }
+
+    void activation_data()
+    {
+        QTest::addColumn<int>("key");
+        QTest::newRow("space") << int(Qt::Key_Space);
+        QTest::newRow("enter") << int(Qt::Key_Return);
+    }
+
+    void activation()
+    {
+        QFETCH(int, key);
+        ToolbarButton button;
+        button.show();
+        QSignalSpy clicked(&button, &QAbstractButton::clicked);
+        button.setFocus();
+        QTest::keyClick(&button, Qt::Key(key));
+        QTRY_COMPARE(clicked.count(), 1);
+    }
+
+    void mouseClickAndDisabledState()
+    {
+        TreeButton button;
+        button.setCaption(QStringLiteral("Kontodaten"));
+        button.resize(button.sizeHint());
+        button.show();
+        QSignalSpy clicked(&button, &QAbstractButton::clicked);
+        QTest::mouseClick(&button, Qt::LeftButton);
+        QCOMPARE(clicked.count(), 1);
+        button.setEnabled(false);
+        QTest::mouseClick(&button, Qt::LeftButton);
+        QCOMPARE(clicked.count(), 1);
+        QVERIFY(button.sizeHint().height() > button.sizeHint().width() / 4);
+    }
+
+    void hotStateFollowsTheMouse()
+    {
+        ToolbarButton button;
+        button.resize(120, 30);
+        button.show();
+        QVERIFY(!button.isHot());
+        QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+        QApplication::sendEvent(&button, &enter);
+        QVERIFY(button.isHot());
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(&button, &leave);
+        QVERIFY(!button.isHot());
+    }
+};
+
+QTEST_MAIN(TestToolbarButton)
+#include "tst_toolbarbutton.moc"
