@@ -10,9 +10,16 @@ namespace GatewayAnswer {
 namespace {
 const QString crlf = QStringLiteral("\r\n");
 
+// Blanks at both ends go, then every line feed; a carriage return stays where it stands.
 QString cleanItem(const QString& item)
 {
-    QString cleaned = item.trimmed();
+    qsizetype begin = 0;
+    qsizetype end = item.size();
+    while (begin < end && item.at(begin) == u' ')
+        ++begin;
+    while (end > begin && item.at(end - 1) == u' ')
+        --end;
+    QString cleaned = item.mid(begin, end - begin);
     cleaned.remove(u'\n');
     return cleaned;
 }

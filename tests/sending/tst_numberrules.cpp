@@ -113,8 +113,7 @@ void TestNumberRules::phonebookNumber_data()
     QTest::newRow("Austrian") << u"00436641/2/3"_s << u"A664"_s << u"123"_s << QString::fromUtf16(u"Österreich");
     QTest::newRow("Swiss prefix of six characters")
         << u"0041761234567"_s << u"S76"_s << u"1234567"_s << u"die Schweiz"_s;
-    QTest::newRow("country code twice in the prefix")
-        << u"00410041"_s << u"S00"_s << u"41"_s << u"die Schweiz"_s;
+    QTest::newRow("country code twice in the prefix") << u"00410041"_s << u"S00"_s << u"41"_s << u"die Schweiz"_s;
     QTest::newRow("slash stays in the prefix") << u"0049/171/12"_s << u"G/17"_s << u"112"_s << u"Deutschland"_s;
     QTest::newRow("shorter than the prefix") << u"0049"_s << u"G"_s << QString() << u"Deutschland"_s;
     QTest::newRow("other country") << u"0033/612345"_s << u"W"_s << u"0033612345"_s << QString();
