@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "xmlServer.h"
+
+#include "CMD5.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+#include <QUuid>
+
+namespace xmlServer {
+namespace {
+const QString Declaration = QStringLiteral("<?xml version=\"1.0\" encoding=\"ISO-8859-1\" standalone=\"yes\" ?>");
+
+QString element(const QString& tag, const QString& value, int indent = 1)
+{
+    return QString(indent, u'\t') + u'<' + tag + u'>' + value + QStringLiteral("</") + tag + QStringLiteral(">\n");
+}
+
+QString application(const QString& name, const QString& version)
+{
+    return QStringLiteral("\t<application>\n") + element(QStringLiteral("name"), name, 2)
+        + element(QStringLiteral("version"), version, 2) + QStringLiteral("\t</application>\n");
+}
+
+// ISO-8859-1 bytes; a character beyond it becomes "?".
+QByteArray latin1(const QString& text)
+{
+    QByteArray bytes;
+    bytes.reserve(text.size());
+    for (const QChar c : text)
+        bytes += c.unicode() <= 0xFF ? char(c.unicode()) : '?';
+    return bytes;
+}
+
+QString euroToE(QString text)
+{
+    return text.replace(QChar(0x20AC), QLatin1Char('E'));
+}
+
+// Written whole in the temporary folder first, so that the server only ever sees the copy.
+WriteResult write(const QByteArray& document, const QString& targetFolder)
+{
+    WriteResult result;
+    const QString name = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper() + QStringLiteral(".xml");
+    const QString temporary = temporaryFolder() + u'/' + name;
+    {
+        QSaveFile file(temporary);
+        if (!file.open(QIODevice::WriteOnly) || file.write(document) != document.size() || !file.commit()) {
+            result.error
+                = QStringLiteral("Die Datei ") + temporary + QStringLiteral(" konnte nicht geschrieben werden.");
+            return result;
+        }
+    }
+    if (!QFile::exists(temporary))
+        return result;
+    // The folder setting gets a separator behind it, whether it ends in one or not.
+    result.path = targetFolder + u'/' + name;
+    if (!QFile::copy(temporary, result.path)) {
+        result.error
+            = QStringLiteral("Die Datei konnte nicht nach ") + targetFolder + QStringLiteral(" kopiert werden.");
+        QFile::remove(temporary);
+        return result;
+    }
+    QFile::remove(temporary);
+    result.ok = true;
+    return result;
+}
+} // namespace
+
+QString escapeText(const QString& text)
+{
+    QString escaped = text;
+    escaped.replace(u'&', QStringLiteral("&amp;"));
+    escaped.replace(u'<', QStringLiteral("&lt;"));
+    escaped.replace(u'>', QStringLiteral("&gt;"));
+    return euroToE(escaped);
+}
+
+QString recipient(const QString& number)
+{
+    QString to = number;
+    const qsizetype at = to.indexOf(QStringLiteral("00"));
+    if (at >= 0)
+        to.replace(at, 2, QStringLiteral("+"));
+    return to;
+}
+
+QString temporaryFolder()
+{
+    const QString temp = qEnvironmentVariable("temp");
+    return temp.isEmpty() ? QDir::tempPath() : temp;
+}
+
+QByteArray singleAccountDocument(const QString& login, const QString& password, const QString& user, const QString& to,
+                                 const QString& from, const QString& text, const QString& name, const QString& version)
+{
+    const QString doc = Declaration + QStringLiteral("\n<SMS>\n") + element(QStringLiteral("login"), login)
+        + element(QStringLiteral("password"), password) + element(QStringLiteral("user"), user)
+        + element(QStringLiteral("to"), recipient(to)) + element(QStringLiteral("from"), from)
+        + element(QStringLiteral("text"), escapeText(text)) + application(name, version) + QStringLiteral("</SMS>\n");
+    return latin1(doc);
+}
+
+QByteArray groupDocument(const QString& group, const QString& user, const QString& to, const QString& from,
+                         const QString& text, const QString& name, const QString& version, const QString& secretKey)
+{
+    const QString number = recipient(to);
+    // The hash is taken over the unescaped text, its euro signs already "E".
+    const QString hash = CMD5().MD5(group + user + number + from + euroToE(text) + name + version + secretKey);
+    const QString doc = Declaration + QStringLiteral("\n<SMS>\n") + element(QStringLiteral("group"), group)
+        + element(QStringLiteral("user"), user) + element(QStringLiteral("to"), number)
+        + element(QStringLiteral("from"), from) + element(QStringLiteral("text"), escapeText(text))
+        + application(name, version) + element(QStringLiteral("hash"), hash) + QStringLiteral("</SMS>\n");
+    return latin1(doc);
+}
+
+WriteResult writeSingleAccountJob(const QString& login, const QString& password, const QString& user, const QString& to,
+                                  const QString& from, const QString& text, const QString& name, const QString& version,
+                                  const QString& targetFolder)
+{
+    return write(singleAccountDocument(login, password, user, to, from, text, name, version), targetFolder);
+}
+
+WriteResult writeGroupJob(const QString& group, const QString& user, const QString& to, const QString& from,
+                          const QString& text, const QString& name, const QString& version, const QString& secretKey,
+                          const QString& targetFolder)
+{
+    return write(groupDocument(group, user, to, from, text, name, version, secretKey), targetFolder);
+}
+
+} // namespace xmlServer
