@@ -1,0 +1,214 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "RecipientTable.h"
+
+#include "toolkit/Codepage.h"
+
+#include <QFile>
+#include <QSaveFile>
+
+RecipientTable::RecipientTable(QObject* parent)
+    : QAbstractTableModel(parent)
+{
+}
+
+void RecipientTable::Clear()
+{
+    beginResetModel();
+    m_rows.clear();
+    m_entryCounter = 0;
+    endResetModel();
+}
+
+bool RecipientTable::parseInto(const QString& line, QList<RecipientRow>* rows)
+{
+    if (line.size() < 4)
+        return true;
+    const QStringList fields = line.split(u';');
+    if (fields.size() < 2 || fields.at(1).isEmpty())
+        return false;
+    RecipientRow row;
+    row.Name = fields.at(0);
+    row.Tag = ++m_entryCounter;
+    const QString& number = fields.at(1);
+    if (number.startsWith(QStringLiteral("00"))) {
+        row.Nummer = number;
+    } else {
+        // The first character goes whatever it is: "491711234567" becomes "004991711234567".
+        m_prefixAdded = true;
+        row.Nummer = QStringLiteral("0049") + number.mid(1);
+    }
+    // A line of exactly three fields keeps neither free text.
+    if (fields.size() > 3) {
+        row.Freitext1 = fields.at(2);
+        row.Freitext2 = fields.at(3);
+    }
+    rows->append(row);
+    return true;
+}
+
+bool RecipientTable::parseLine(const QString& line)
+{
+    QList<RecipientRow> parsed;
+    if (!parseInto(line, &parsed))
+        return false;
+    if (parsed.isEmpty())
+        return true;
+    const int at = int(m_rows.size());
+    beginInsertRows({}, at, at);
+    m_rows.append(parsed);
+    endInsertRows();
+    return true;
+}
+
+void RecipientTable::recalcMaxSizes()
+{
+    m_maxNameSize = m_maxFrei1Size = m_maxFrei2Size = 0;
+    for (const RecipientRow& row : m_rows) {
+        m_maxNameSize = qMax(m_maxNameSize, qint16(row.Name.size()));
+        m_maxFrei1Size = qMax(m_maxFrei1Size, qint16(row.Freitext1.size()));
+        m_maxFrei2Size = qMax(m_maxFrei2Size, qint16(row.Freitext2.size()));
+    }
+}
+
+void RecipientTable::addRow(const QString& Name, const QString& Nummer, const QString& Freitext1,
+                            const QString& Freitext2)
+{
+    const int at = int(m_rows.size());
+    beginInsertRows({}, at, at);
+    m_rows.append({ Name, Nummer, Freitext1, Freitext2, ++m_entryCounter });
+    endInsertRows();
+}
+
+void RecipientTable::removeRow(int row)
+{
+    if (row < 0 || row >= m_rows.size())
+        return;
+    beginRemoveRows({}, row, row);
+    m_rows.removeAt(row);
+    endRemoveRows();
+}
+
+int RecipientTable::rowOfTag(qint32 tag) const
+{
+    for (int i = 0; i < m_rows.size(); ++i) {
+        if (m_rows.at(i).Tag == tag)
+            return i;
+    }
+    return -1;
+}
+
+void RecipientTable::setRowValues(int row, const QString& Name, const QString& Nummer, const QString& Freitext1,
+                                  const QString& Freitext2)
+{
+    if (row < 0 || row >= m_rows.size())
+        return;
+    RecipientRow& r = m_rows[row];
+    r.Name = Name;
+    r.Nummer = Nummer;
+    r.Freitext1 = Freitext1;
+    r.Freitext2 = Freitext2;
+    emit dataChanged(index(row, 0), index(row, 3));
+}
+
+bool RecipientTable::load(const QString& path)
+{
+    QFile file(path);
+    QString text;
+    bool ok = file.open(QIODevice::ReadOnly);
+    if (ok)
+        text = Codepage::fromWindows1252(file.readAll());
+    ok = ok && file.error() == QFileDevice::NoError;
+
+    beginResetModel();
+    m_rows.clear();
+    m_entryCounter = 0;
+    if (ok) {
+        // A line ends at CR or at CR LF; a lone LF belongs to the line.
+        qsizetype start = 0;
+        const qsizetype n = text.size();
+        while (ok && start < n) {
+            qsizetype end = text.indexOf(u'\r', start);
+            if (end < 0)
+                end = n;
+            ok = parseInto(text.mid(start, end - start), &m_rows);
+            start = end + 1;
+            if (start < n && end < n && text.at(start) == u'\n')
+                ++start;
+        }
+    }
+    if (!ok) {
+        // A failed load never leaves a part of the file behind.
+        m_rows.clear();
+        m_entryCounter = 0;
+    }
+    endResetModel();
+    return ok;
+}
+
+bool RecipientTable::save(const QString& path, const std::function<void(int, int)>& progress, QString* error) const
+{
+    const int maximum = int(m_rows.size()) + 3;
+    if (progress)
+        progress(0, maximum);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        if (error)
+            *error = file.errorString();
+        return false;
+    }
+    QString text;
+    text.reserve(m_rows.size() * 48);
+    int value = 0;
+    for (const RecipientRow& row : m_rows) {
+        text += row.Name + u';' + row.Nummer + u';' + row.Freitext1 + u';' + row.Freitext2 + QStringLiteral(";\r\n");
+        if (progress && (++value % 1024 == 0 || value == m_rows.size()))
+            progress(value, maximum);
+    }
+    const QByteArray bytes = Codepage::toWindows1252(text);
+    if (file.write(bytes) != bytes.size() || !file.commit()) {
+        if (error)
+            *error = file.errorString();
+        return false;
+    }
+    if (progress)
+        progress(maximum, maximum);
+    return true;
+}
+
+int RecipientTable::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(m_rows.size());
+}
+
+int RecipientTable::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : 4;
+}
+
+QVariant RecipientTable::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || index.row() >= m_rows.size() || (role != Qt::DisplayRole && role != Qt::EditRole))
+        return {};
+    const RecipientRow& row = m_rows.at(index.row());
+    switch (index.column()) {
+    case 0:
+        return row.Name;
+    case 1:
+        return row.Nummer;
+    case 2:
+        return row.Freitext1;
+    case 3:
+        return row.Freitext2;
+    default:
+        return {};
+    }
+}
+
+QVariant RecipientTable::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    static const QStringList captions = { QStringLiteral("Name"), QStringLiteral("Nummer"), QStringLiteral("Freitext1"),
+                                          QStringLiteral("Freitext2") };
+    return captions.value(section);
+}
