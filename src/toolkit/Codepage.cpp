@@ -11,6 +11,9 @@ QByteArray toWindows1252(const QString& text)
     QStringEncoder encoder("windows-1252");
     if (!encoder.isValid())
         return text.toLatin1();
+    QByteArray whole = encoder.encode(text);
+    if (!encoder.hasError())
+        return whole;
     QByteArray bytes;
     bytes.reserve(text.size());
     // Character by character, so that one that the code page lacks becomes "?" and the rest

@@ -271,6 +271,7 @@ private slots:
         QTest::newRow("blank as +") << "a b" << true << "a+b";
         QTest::newRow("umlaut as its Windows-1252 byte") << "Müller" << false << "M%FCller";
         QTest::newRow("euro sign") << "€" << false << "%80";
+        QTest::newRow("a character outside the code page") << "aΩb" << false << "a%3Fb";
         QTest::newRow("signs padded to two digits") << "@.&\n" << false << "%40%2E%26%0A";
     }
 
