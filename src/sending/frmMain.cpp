@@ -6,12 +6,14 @@
 #include "Prefixes.h"
 #include "Version.h"
 #include "frmSplash.h"
+#include "settings/CUrlStore.h"
 #include "settings/ProductName.h"
 #include "settings/ProxyConfig.h"
 #include "settings/ToolRegistry.h"
 #include "settings/cOptionen.h"
 #include "settings/tools.h"
 #include "toolkit/Inet.h"
+#include "toolkit/OpenInBrowser.h"
 #include "toolkit/Pause.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
@@ -311,6 +313,7 @@ void frmMain::connectHandlers()
     connect(chkPublic, &QCheckBox::clicked, this, &frmMain::chkPublic_Click);
     connect(lblReuseText, &QLabel::linkActivated, this, &frmMain::lblReuseText_Click);
     connect(tbSend, &QAbstractButton::clicked, this, &frmMain::tbSend_Click);
+    connect(tbAdmin, &QAbstractButton::clicked, this, [this] { tools::OpenInBrowser(Urls().Homepage(), this); });
     connect(iNet, &Inet::StateChanged, this, &frmMain::iNet_StateChanged);
     connect(iNet2, &Inet::StateChanged, this, [this](int state) {
         if (state == Inet::icError)

@@ -1,12 +1,33 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MessageBoxScript.h"
 #include "toolkit/MessageBox.h"
+#include "toolkit/OpenInBrowser.h"
 #include "toolkit/Twips.h"
 #include "toolkit/VbColor.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QPalette>
 #include <QTest>
+#include <QUrl>
+
+// Stands in for the browser: records the addresses it is given.
+class UrlCatcher : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit UrlCatcher(QList<QUrl>* opened)
+        : m_opened(opened)
+    {
+    }
+
+public slots:
+    void open(const QUrl& url) { m_opened->append(url); }
+
+private:
+    QList<QUrl>* m_opened;
+};
 
 class TestPlatformLayer : public QObject
 {
@@ -89,6 +110,19 @@ private slots:
         script.answer(MessageBox::Answer::Ok);
         MessageBox::show(nullptr, QStringLiteral("x"));
         QCOMPARE(script.last().title, QStringLiteral("Testbote"));
+    }
+
+    void openInBrowser()
+    {
+        QList<QUrl> opened;
+        UrlCatcher catcher(&opened);
+        QDesktopServices::setUrlHandler(QStringLiteral("http"), &catcher, "open");
+        MessageBoxScript script;
+        QVERIFY(tools::OpenInBrowser(QStringLiteral("http://127.0.0.1:9/a%20b")));
+        QCOMPARE(opened.size(), 1);
+        QCOMPARE(opened.first().toEncoded(), QByteArray("http://127.0.0.1:9/a%20b"));
+        QDesktopServices::unsetUrlHandler(QStringLiteral("http"));
+        QCOMPARE(script.count(), 0);
     }
 };
 
