@@ -73,14 +73,14 @@ QLineEdit* counterField(const QString& name, const QString& caption, QWidget* pa
     return field;
 }
 
-ToolbarButton* toolButton(const QString& name, const QString& caption, const QString& tip, const QString& icon,
+ToolbarButton* toolButton(const QString& name, const QString& caption, const QString& tip, const QString& picture,
                           QWidget* parent)
 {
     auto* button = new ToolbarButton(parent);
     button->setObjectName(name);
     button->setCaption(caption);
     button->setToolTip(tip);
-    button->setPicture(QIcon::fromTheme(icon));
+    button->setPicture(QIcon(QStringLiteral(":/pictures/") + picture + QStringLiteral(".svg")));
     button->setAccessibleName(caption.trimmed().isEmpty() ? tip : caption.trimmed());
     return button;
 }
@@ -180,20 +180,20 @@ void frmMain::buildControls()
     boxReuseLastSMS->hide();
 
     tbSend = toolButton(QStringLiteral("tbSend"), QStringLiteral("Senden"), QStringLiteral("Versendet die SMS"),
-                        QStringLiteral("mail-send"), this);
+                        QStringLiteral("send"), this);
     tbTerminversand = toolButton(QStringLiteral("tbTerminversand"), QStringLiteral("Terminversand"), QString(),
-                                 QStringLiteral("appointment-new"), this);
+                                 QStringLiteral("terminversand"), this);
     tbMultiSMS = toolButton(QStringLiteral("tbMultiSMS"), QStringLiteral(" MultiSMS"),
-                            QStringLiteral("Öffnet die MultiSMS Funktion"), QStringLiteral("system-users"), this);
+                            QStringLiteral("Öffnet die MultiSMS Funktion"), QStringLiteral("multisms"), this);
     tbPhonebook = toolButton(QStringLiteral("tbPhonebook"), QStringLiteral("Telefonbuch"),
-                             QStringLiteral("Öffnet das Telefonbuch"), QStringLiteral("x-office-address-book"), this);
+                             QStringLiteral("Öffnet das Telefonbuch"), QStringLiteral("phonebook"), this);
     tbOptions = toolButton(QStringLiteral("tbOptions"), QStringLiteral("Einstellungen"), QString(),
-                           QStringLiteral("preferences-system"), this);
-    tbHelp = toolButton(QStringLiteral("tbHelp"), QStringLiteral("Hilfe"), QString(), QStringLiteral("help-browser"),
+                           QStringLiteral("options"), this);
+    tbHelp = toolButton(QStringLiteral("tbHelp"), QStringLiteral("Hilfe"), QString(), QStringLiteral("help"),
                         this);
     tbAdmin
         = toolButton(QStringLiteral("tbAdmin"), QStringLiteral("Webseite"),
-                     QStringLiteral("Öffnet die Quellbote Webseite"), QStringLiteral("applications-internet"), this);
+                     QStringLiteral("Öffnet die Quellbote Webseite"), QStringLiteral("admin"), this);
 
     lblCredits = new QLabel(QStringLiteral("nicht angemeldet"), this);
     lblCredits->setObjectName(QStringLiteral("lblCredits"));
@@ -209,9 +209,7 @@ void frmMain::buildControls()
     lblUpdate->hide();
     picUpdate = new QLabel(this);
     picUpdate->setObjectName(QStringLiteral("picUpdate"));
-    picUpdate->setPixmap(
-        QIcon::fromTheme(QStringLiteral("software-update-available"), style()->standardIcon(QStyle::SP_BrowserReload))
-            .pixmap(16, 16));
+    picUpdate->setPixmap(QIcon(QStringLiteral(":/pictures/update.svg")).pixmap(16, 16));
     picUpdate->setAccessibleName(lblUpdate->accessibleName());
     picUpdate->hide();
     lblVersion = new QLabel(this);
