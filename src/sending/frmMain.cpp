@@ -3,6 +3,8 @@
 
 #include "MessageSize.h"
 #include "NumberRules.h"
+#include "OptionPanelRules.h"
+#include "OptionsBar.h"
 #include "Prefixes.h"
 #include "Version.h"
 #include "frmSplash.h"
@@ -13,6 +15,7 @@
 #include "settings/cOptionen.h"
 #include "settings/tools.h"
 #include "toolkit/Inet.h"
+#include "toolkit/MessageBox.h"
 #include "toolkit/OpenInBrowser.h"
 #include "toolkit/Pause.h"
 #include "toolkit/SmsTextEdit.h"
@@ -178,6 +181,7 @@ void frmMain::buildControls()
     reuseLayout->setContentsMargins(0, 0, 0, 0);
     reuseLayout->addWidget(lblReuseText);
     boxReuseLastSMS->hide();
+    optionsBar = new OptionsBar(this);
 
     tbSend = toolButton(QStringLiteral("tbSend"), QStringLiteral("Senden"), QStringLiteral("Versendet die SMS"),
                         QStringLiteral("send"), this);
@@ -189,11 +193,9 @@ void frmMain::buildControls()
                              QStringLiteral("Öffnet das Telefonbuch"), QStringLiteral("phonebook"), this);
     tbOptions = toolButton(QStringLiteral("tbOptions"), QStringLiteral("Einstellungen"), QString(),
                            QStringLiteral("options"), this);
-    tbHelp = toolButton(QStringLiteral("tbHelp"), QStringLiteral("Hilfe"), QString(), QStringLiteral("help"),
-                        this);
-    tbAdmin
-        = toolButton(QStringLiteral("tbAdmin"), QStringLiteral("Webseite"),
-                     QStringLiteral("Öffnet die Quellbote Webseite"), QStringLiteral("admin"), this);
+    tbHelp = toolButton(QStringLiteral("tbHelp"), QStringLiteral("Hilfe"), QString(), QStringLiteral("help"), this);
+    tbAdmin = toolButton(QStringLiteral("tbAdmin"), QStringLiteral("Webseite"),
+                         QStringLiteral("Öffnet die Quellbote Webseite"), QStringLiteral("admin"), this);
 
     lblCredits = new QLabel(QStringLiteral("nicht angemeldet"), this);
     lblCredits->setObjectName(QStringLiteral("lblCredits"));
@@ -269,7 +271,8 @@ void frmMain::buildControls()
     }
     counters->addStretch(1);
     form->addLayout(counters, 4, 1, 1, 2);
-    form->addWidget(boxReuseLastSMS, 5, 1, 1, 2);
+    form->addWidget(optionsBar, 5, 1, 1, 2);
+    form->addWidget(boxReuseLastSMS, 6, 1, 1, 2);
     form->setColumnStretch(2, 1);
     form->setRowStretch(3, 1);
 
@@ -311,6 +314,7 @@ void frmMain::connectHandlers()
     connect(chkPublic, &QCheckBox::clicked, this, &frmMain::chkPublic_Click);
     connect(lblReuseText, &QLabel::linkActivated, this, &frmMain::lblReuseText_Click);
     connect(tbSend, &QAbstractButton::clicked, this, &frmMain::tbSend_Click);
+    connect(optionsBar, &OptionsBar::panelClicked, this, &frmMain::optionsBar_PanelClick);
     connect(tbAdmin, &QAbstractButton::clicked, this, [this] { tools::OpenInBrowser(Urls().Homepage(), this); });
     connect(iNet, &Inet::StateChanged, this, &frmMain::iNet_StateChanged);
     connect(iNet2, &Inet::StateChanged, this, [this](int state) {
@@ -353,7 +357,7 @@ void frmMain::load(frmSplash* splash)
     createMru();
     info(QStringLiteral("News herunterladen ..."));
     info(QStringLiteral("Optionen wiederherstellen ..."));
-    updateCost();
+    setOptionsBar();
     info(QStringLiteral("Sitzung wiederherstellen ..."));
     restoreSession();
     info(ProductName() + QStringLiteral(" geladen"));
@@ -541,6 +545,33 @@ void frmMain::lblReuseText_Click()
 {
     txtSMS->setText(lastSmsText);
     boxReuseLastSMS->hide();
+}
+
+void frmMain::setOptionsBar()
+{
+    optionsBar->setPanelOn(QStringLiteral("absender"), Options().isAbsenderkennung());
+    optionsBar->setPanelOn(QStringLiteral("antwort"), Options().isAntwortEnabled());
+    optionsBar->setPanelOn(QStringLiteral("einlieferung"), Options().isControlEmail());
+    updateCost();
+}
+
+void frmMain::optionsBar_PanelClick(const QString& key)
+{
+    const OptionPanelRules::PanelOptions current { Options().isAbsenderkennung(), Options().isAntwortEnabled(),
+                                                   Options().isControlEmail() };
+    const OptionPanelRules::PanelClick click = OptionPanelRules::clickPanel(key, current, Options().Absenderkennung());
+    Options().setIsAbsenderkennung(click.options.isAbsenderkennung);
+    Options().setIsAntwortEnabled(click.options.isAntwortEnabled);
+    Options().setIsControlEmail(click.options.isControlEmail);
+    setOptionsBar();
+    if (click.warnNoSender) {
+        MessageBox::show(this, QStringLiteral("Sie haben keine Absenderkennung eingegeben."), MessageBox::Buttons::Ok,
+                         MessageBox::Icon::Warning, ProductName());
+        // The options dialog, which asks for the sender identity, comes with the settings work.
+    }
+    Options().save();
+    updateCost();
+    recalcSmsSize();
 }
 
 void frmMain::recalcSmsSize()

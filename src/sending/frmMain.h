@@ -15,6 +15,7 @@
 class frmSplash;
 class frmMinimizeWarning;
 class mTrayIcon;
+class OptionsBar;
 class Inet;
 class QCheckBox;
 class QComboBox;
@@ -63,6 +64,8 @@ public:
     void recalcSmsSize();
     // txtKostenProSMS from the options, the prefix and the number.
     void updateCost();
+    // The option panels from the options, then the price.
+    void setOptionsBar();
     // The guard timer of a single send fired.
     void tm_Timer();
     // One tick of the balance timer.
@@ -106,6 +109,7 @@ private:
     void cmbName_Click(int index);
     void chkPublic_Click();
     void lblReuseText_Click();
+    void optionsBar_PanelClick(const QString& key);
 
     // The send road.
     bool validateInput();
@@ -132,6 +136,7 @@ private:
     QLineEdit* txtKostenProSMS;
     QWidget* boxReuseLastSMS;
     QLabel* lblReuseText;
+    OptionsBar* optionsBar;
     ToolbarButton* tbSend;
     ToolbarButton* tbTerminversand;
     ToolbarButton* tbMultiSMS;

@@ -21,6 +21,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QToolButton>
 
 class TestSendRoad : public QObject
 {
@@ -370,6 +371,67 @@ private slots:
         QCOMPARE(noInternetShown, noInternet ? 1 : 0);
         QCOMPARE(child<QLabel>("lblUpdate")->isVisibleTo(m_main.get()), updateShown);
         QCOMPARE(child<QLabel>("picUpdate")->isVisibleTo(m_main.get()), updateShown);
+    }
+
+    void optionPanels_data()
+    {
+        QTest::addColumn<QString>("stored"); // options on before the click: a = absender, r = antwort, e = einlieferung
+        QTest::addColumn<QString>("sender");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("after");
+        QTest::addColumn<int>("price");
+        QTest::addColumn<bool>("warned");
+        QTest::newRow("replies switch the sender identity off") << "a"
+                                                                << "Firma"
+                                                                << "antwort"
+                                                                << "r" << 11 << false;
+        QTest::newRow("sender identity switches replies off") << "r"
+                                                              << "Firma"
+                                                              << "absender"
+                                                              << "a" << 14 << false;
+        QTest::newRow("sender identity without a sender warns and stays on") << ""
+                                                                             << ""
+                                                                             << "absender"
+                                                                             << "a" << 14 << true;
+        QTest::newRow("sender identity off again") << "a"
+                                                   << ""
+                                                   << "absender"
+                                                   << "" << 10 << false;
+        QTest::newRow("confirmation is free") << "a"
+                                              << "Firma"
+                                              << "einlieferung"
+                                              << "ae" << 14 << false;
+    }
+
+    void optionPanels()
+    {
+        QFETCH(QString, stored);
+        QFETCH(QString, sender);
+        QFETCH(QString, key);
+        QFETCH(QString, after);
+        QFETCH(int, price);
+        QFETCH(bool, warned);
+        Options().setIsAbsenderkennung(stored.contains(u'a'));
+        Options().setIsAntwortEnabled(stored.contains(u'r'));
+        Options().setIsControlEmail(stored.contains(u'e'));
+        Options().setAbsenderkennung(sender);
+        startService();
+        loadMain();
+        MessageBoxScript boxes;
+        if (warned)
+            boxes.answer(MessageBox::Answer::Ok);
+        QTest::mouseClick(m_main->findChild<QToolButton*>(key), Qt::LeftButton);
+        QCOMPARE(boxes.count(), warned ? 1 : 0);
+        if (warned)
+            QCOMPARE(boxes.last().text, QStringLiteral("Sie haben keine Absenderkennung eingegeben."));
+        QCOMPARE(Options().isAbsenderkennung(), after.contains(u'a'));
+        QCOMPARE(Options().isAntwortEnabled(), after.contains(u'r'));
+        QCOMPARE(Options().isControlEmail(), after.contains(u'e'));
+        QCOMPARE(m_main->findChild<QToolButton*>(QStringLiteral("absender"))->isChecked(), after.contains(u'a'));
+        QCOMPARE(m_main->findChild<QToolButton*>(QStringLiteral("antwort"))->isChecked(), after.contains(u'r'));
+        QCOMPARE(child<QLineEdit>("txtKostenProSMS")->text(), QString::number(price));
+        QCOMPARE(TestStore::raw(QStringLiteral("isAbsenderkennung")),
+                 QString::fromLatin1(after.contains(u'a') ? "true" : "false"));
     }
 
     void emptyVersionAnswerAsksAgainAfterRetry()
