@@ -163,6 +163,8 @@ void frmMain::buildControls()
     txtSMS = new SmsTextEdit(this);
     txtSMS->setObjectName(QStringLiteral("txtSMS"));
     txtSMS->setMaxLength(MessageSize::SizeLimit);
+    // These keys are refused when typed; the size count knows the double quote for pasted text.
+    txtSMS->setDroppedKeys(QStringLiteral("'\"`´\\"));
     txtZeichen = counterField(QStringLiteral("txtZeichen"), QStringLiteral("Zeichen"), this);
     txtAnzahlSMS = counterField(QStringLiteral("txtAnzahlSMS"), QStringLiteral("Anzahl SMS"), this);
     txtKostenProSMS = counterField(QStringLiteral("txtKostenProSMS"), QStringLiteral("Credits pro SMS"), this);

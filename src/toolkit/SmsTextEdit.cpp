@@ -7,7 +7,8 @@
 namespace {
 QString toCrLf(QString text)
 {
-    return text.replace(QChar::ParagraphSeparator, QLatin1Char('\n')).replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+    return text.replace(QChar::ParagraphSeparator, QLatin1Char('\n'))
+        .replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
 }
 
 QString toLf(QString text)
@@ -77,6 +78,10 @@ void SmsTextEdit::keyPressEvent(QKeyEvent* event)
     const bool newLine = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const QString typed = newLine ? QStringLiteral("\n") : event->text();
     const bool insertsText = newLine || (!typed.isEmpty() && typed.at(0).isPrint());
+    if (!newLine && typed.size() == 1 && m_droppedKeys.contains(typed.at(0))) {
+        event->accept();
+        return;
+    }
     if (insertsText && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
         if (toCrLf(typed).size() > room()) {
             event->accept();

@@ -20,6 +20,9 @@ public:
     int maxLength() const { return m_maxLength; }
     void setMaxLength(int length);
 
+    // Characters dropped when typed; pasted or dropped text keeps them.
+    void setDroppedKeys(const QString& characters) { m_droppedKeys = characters; }
+
     // Replaces the selection by the text, or inserts it at the caret.
     void replaceSelection(const QString& text);
 
@@ -33,4 +36,5 @@ private:
     QString fitted(const QString& text) const;
 
     int m_maxLength = 0; // 0 means no limit
+    QString m_droppedKeys;
 };

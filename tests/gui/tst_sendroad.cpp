@@ -14,6 +14,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -432,6 +433,20 @@ private slots:
         QCOMPARE(child<QLineEdit>("txtKostenProSMS")->text(), QString::number(price));
         QCOMPARE(TestStore::raw(QStringLiteral("isAbsenderkennung")),
                  QString::fromLatin1(after.contains(u'a') ? "true" : "false"));
+    }
+
+    void typedQuotesAreDroppedPastedOnesCount()
+    {
+        startService();
+        loadMain();
+        auto* txtSMS = child<SmsTextEdit>("txtSMS");
+        txtSMS->setFocus();
+        QTest::keyClicks(txtSMS, QStringLiteral("a'\"`´\\b"));
+        QCOMPARE(txtSMS->text(), QStringLiteral("ab"));
+        QApplication::clipboard()->setText(QStringLiteral("\""));
+        txtSMS->paste();
+        QCOMPARE(txtSMS->text(), QStringLiteral("ab\""));
+        QCOMPARE(child<QLineEdit>("txtZeichen")->text(), QStringLiteral("4"));
     }
 
     void emptyVersionAnswerAsksAgainAfterRetry()
