@@ -9,7 +9,9 @@
 #include "Version.h"
 #include "frmSplash.h"
 #include "settings/CUrlStore.h"
+#include "settings/OemTheme.h"
 #include "settings/ProductName.h"
+#include "settings/ProgramFolder.h"
 #include "settings/ProxyConfig.h"
 #include "settings/ToolRegistry.h"
 #include "settings/cOptionen.h"
@@ -20,6 +22,7 @@
 #include "toolkit/Pause.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
+#include "toolkit/VbColor.h"
 #include "toolkit/frmMinimizeWarning.h"
 #include "toolkit/mTrayIcon.h"
 
@@ -218,6 +221,8 @@ void frmMain::buildControls()
     picUpdate->hide();
     lblVersion = new QLabel(this);
     lblVersion->setObjectName(QStringLiteral("lblVersion"));
+    lblCopyright = new QLabel(QStringLiteral("© ") + OemTheme::builtInCopyright(), this);
+    lblCopyright->setObjectName(QStringLiteral("lblCopyright"));
 
     iNet = new Inet(this);
     iNet->setObjectName(QStringLiteral("iNet"));
@@ -296,6 +301,8 @@ void frmMain::buildControls()
     status->addWidget(picUpdate);
     status->addWidget(lblUpdate);
     status->addSpacing(12);
+    status->addWidget(lblCopyright);
+    status->addSpacing(12);
     status->addWidget(lblVersion);
 
     auto* layout = new QVBoxLayout(this);
@@ -347,6 +354,7 @@ void frmMain::load(frmSplash* splash)
     restorePosition();
     lblVersion->setText(QStringLiteral("Version ") + Version::text());
     info(QStringLiteral("Lade Theme ..."));
+    LoadTheme();
     info(QStringLiteral("Initialisiere Vorwahlen ..."));
     initPrefixes();
     info(QStringLiteral("Lade Signaturen ..."));
@@ -368,6 +376,54 @@ void frmMain::load(frmSplash* splash)
     creditsTicks = 0;
     tmCredits->start();
     show();
+}
+
+void frmMain::LoadTheme()
+{
+    const OemTheme theme = OemTheme::read();
+    if (!theme.fileExists)
+        return;
+    if (!theme.headerPicture.isEmpty()) {
+        // A picture that can't be loaded keeps the designed header.
+        const QPixmap picture(ProgramFolder::path() + u'/' + theme.headerPicture);
+        if (!picture.isNull()) {
+            QPalette palette = header->palette();
+            palette.setBrush(QPalette::Window, picture);
+            header->setPalette(palette);
+            header->setAutoFillBackground(true);
+        }
+    }
+    const auto textColor = [](QLabel* label, const std::optional<qint64>& value) {
+        if (!value)
+            return;
+        QPalette palette = label->palette();
+        palette.setColor(QPalette::WindowText, VbColor::toQColor(*value));
+        label->setPalette(palette);
+    };
+    textColor(lblHeader, theme.headerColor);
+    textColor(lblHeaderInfo, theme.headerInfoColor);
+    if (theme.backgroundColor) {
+        const QColor background = VbColor::toQColor(*theme.backgroundColor);
+        QPalette palette = this->palette();
+        palette.setColor(QPalette::Window, background);
+        setPalette(palette);
+        setAutoFillBackground(true);
+        for (QWidget* w : { static_cast<QWidget*>(chkPrivat), static_cast<QWidget*>(chkPublic),
+                            static_cast<QWidget*>(lblUpdate), static_cast<QWidget*>(picUpdate) }) {
+            QPalette p = w->palette();
+            p.setColor(QPalette::Window, background);
+            w->setPalette(p);
+            w->setAutoFillBackground(true);
+        }
+        for (ToolbarButton* b : { tbSend, tbTerminversand, tbAdmin, tbHelp, tbMultiSMS, tbOptions, tbPhonebook })
+            b->setThemedBackColor(background);
+    }
+    lblCopyright->setText(QStringLiteral("© ") + theme.copyright);
+    setWindowTitle(ProductName());
+    if (theme.hideHeaderStrings) {
+        lblHeader->hide();
+        lblHeaderInfo->hide();
+    }
 }
 
 void frmMain::initPrefixes()

@@ -94,6 +94,7 @@ private:
     void buildControls();
     void connectHandlers();
     void configureTransfers();
+    void LoadTheme();
     void initPrefixes();
     void createMru();
     void FillListCombo();
@@ -149,6 +150,7 @@ private:
     QLabel* lblUpdate;
     QLabel* picUpdate;
     QLabel* lblVersion;
+    QLabel* lblCopyright;
     Inet* iNet;
     Inet* iNet2;
     QTimer* tm;

@@ -9,6 +9,7 @@
 #include "settings/ProgramFolder.h"
 #include "toolkit/Pause.h"
 #include "toolkit/SmsTextEdit.h"
+#include "toolkit/ToolbarButton.h"
 
 #include <QComboBox>
 #include <QFile>
@@ -175,6 +176,22 @@ private slots:
         TestStore::put(QStringLiteral("lastPrefix"), QStringLiteral("G999"));
         const auto loaded = start();
         QCOMPARE(loaded->main->selectedPrefixKey(), QString());
+    }
+
+    void themeIsApplied()
+    {
+        writeOem("[Strings]\r\nCopyright=Beispiel GmbH\r\n[Colors]\r\nBackground=16777215\r\nHeader=255\r\n"
+                 "[Common]\r\nHideHeaderStrings=true\r\n");
+        const auto loaded = start();
+        frmMain* main = loaded->main.get();
+        QCOMPARE(main->palette().color(QPalette::Window), QColor(Qt::white));
+        QCOMPARE(main->findChild<ToolbarButton*>(QStringLiteral("tbSend"))->ThemedBackColor(), QColor(Qt::white));
+        QCOMPARE(main->findChild<QLabel*>(QStringLiteral("lblHeader"))->palette().color(QPalette::WindowText),
+                 QColor(255, 0, 0));
+        QVERIFY(!main->findChild<QLabel*>(QStringLiteral("lblHeader"))->isVisibleTo(main));
+        QVERIFY(!main->findChild<QLabel*>(QStringLiteral("lblHeaderInfo"))->isVisibleTo(main));
+        QCOMPARE(main->findChild<QLabel*>(QStringLiteral("lblCopyright"))->text(), QStringLiteral("© Beispiel GmbH"));
+        writeOem();
     }
 
     void brandedNameReachesSplashAndTitle()

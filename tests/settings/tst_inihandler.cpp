@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/CUrlStore.h"
+#include "settings/OemTheme.h"
 #include "settings/ProductName.h"
 #include "settings/ProgramFolder.h"
 #include "settings/iniHandler.h"
@@ -112,6 +113,51 @@ private slots:
         if (!content.isEmpty())
             writeOem(content);
         QCOMPARE(readProductName(), name);
+    }
+
+    void themeWithoutFileKeepsTheDesign()
+    {
+        const OemTheme theme = OemTheme::read();
+        QVERIFY(!theme.fileExists);
+        QVERIFY(!theme.backgroundColor.has_value());
+        QCOMPARE(theme.copyright, OemTheme::builtInCopyright());
+    }
+
+    void theme_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<qint64>("header");
+        QTest::addColumn<qint64>("background"); // -1: kept as designed
+        QTest::addColumn<bool>("hide");
+        QTest::newRow("empty file: system colours")
+            << QByteArray("\r\n") << qint64(-2147483643) << qint64(-2147483633) << false;
+        QTest::newRow("white background")
+            << QByteArray("[Colors]\r\nBackground=16777215\r\n") << qint64(-2147483643) << qint64(16777215) << false;
+        QTest::newRow("colour that is no number")
+            << QByteArray("[Colors]\r\nBackground=blau\r\nHeader=255\r\n") << qint64(255) << qint64(-1) << false;
+        QTest::newRow("HideHeaderStrings true") << QByteArray("[Common]\r\nHideHeaderStrings=true\r\n")
+                                                << qint64(-2147483643) << qint64(-2147483633) << true;
+        QTest::newRow("HideHeaderStrings True hides nothing") << QByteArray("[Common]\r\nHideHeaderStrings=True\r\n")
+                                                              << qint64(-2147483643) << qint64(-2147483633) << false;
+        QTest::newRow("Images/Header is not Colors/Header")
+            << QByteArray("[Images]\r\nHeader=kopf.png\r\n") << qint64(-2147483643) << qint64(-2147483633) << false;
+    }
+
+    void theme()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(qint64, header);
+        QFETCH(qint64, background);
+        QFETCH(bool, hide);
+        writeOem(content);
+        const OemTheme theme = OemTheme::read();
+        QVERIFY(theme.fileExists);
+        QCOMPARE(theme.headerColor.value(), header);
+        QCOMPARE(theme.backgroundColor.has_value(), background != -1);
+        if (background != -1)
+            QCOMPARE(theme.backgroundColor.value(), background);
+        QCOMPARE(theme.hideHeaderStrings, hide);
+        QCOMPARE(theme.copyright, OemTheme::builtInCopyright());
     }
 
     void urlStoreWithoutFileHasBuiltInAddresses()
