@@ -2,6 +2,7 @@
 #include "ToolbarButton.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QStyle>
 #include <QStyleOptionFocusRect>
@@ -10,6 +11,13 @@ namespace {
 constexpr int PictureSize = 20;
 constexpr int Gap = 6;
 constexpr int Margin = 5;
+
+// The same event as if the left button had been used: every mouse button works the button.
+QMouseEvent asLeftButton(const QMouseEvent* event, Qt::MouseButtons buttons)
+{
+    return QMouseEvent(event->type(), event->position(), event->scenePosition(), event->globalPosition(),
+                       Qt::LeftButton, buttons, event->modifiers(), event->pointingDevice());
+}
 } // namespace
 
 ToolbarButton::ToolbarButton(QWidget* parent)
@@ -66,7 +74,7 @@ QIcon ToolbarButton::currentPicture() const
 {
     if (!isEnabled())
         return m_pictureDisabled.isNull() ? m_picture : m_pictureDisabled;
-    // Under the mouse the hover picture shows, even when there is none.
+    // Under the mouse the hover picture shows; without one the normal picture stays.
     if (m_hot || isDown())
         return m_pictureHover.isNull() ? m_picture : m_pictureHover;
     return m_picture;
@@ -147,6 +155,27 @@ void ToolbarButton::keyPressEvent(QKeyEvent* event)
         return;
     }
     QAbstractButton::keyPressEvent(event);
+}
+
+void ToolbarButton::mousePressEvent(QMouseEvent* event)
+{
+    QMouseEvent left = asLeftButton(event, event->buttons() | Qt::LeftButton);
+    QAbstractButton::mousePressEvent(&left);
+    event->setAccepted(left.isAccepted());
+}
+
+void ToolbarButton::mouseReleaseEvent(QMouseEvent* event)
+{
+    QMouseEvent left = asLeftButton(event, event->buttons() & ~Qt::LeftButton);
+    QAbstractButton::mouseReleaseEvent(&left);
+    event->setAccepted(left.isAccepted());
+}
+
+bool ToolbarButton::hitButton(const QPoint& pos) const
+{
+    // A press can only begin on the button; once it has, the whole screen counts as the button,
+    // so that the click comes even when the mouse is let go elsewhere.
+    return isDown() || rect().contains(pos);
 }
 
 TreeButton::TreeButton(QWidget* parent)

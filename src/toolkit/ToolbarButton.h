@@ -2,7 +2,8 @@
 // The program's flat buttons: no edge until the mouse is over them, a raised edge under the
 // mouse, a sunken one while pressed. ToolbarButton puts the picture left of its caption,
 // TreeButton centres the picture with the caption below it. Both take the keyboard focus and
-// are activated by Space or Enter; the caption is the accessible name.
+// are activated by Space or Enter; the caption is the accessible name. A press with any mouse
+// button starts a click, and letting go raises it wherever the mouse is by then.
 #pragma once
 
 #include <QAbstractButton>
@@ -41,6 +42,9 @@ protected:
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    bool hitButton(const QPoint& pos) const override;
 
 private:
     // The picture of the present state: hot, disabled or normal.

@@ -37,6 +37,32 @@ private slots:
         QTRY_COMPARE(clicked.count(), 1);
     }
 
+    void clickComesOnRelease_data()
+    {
+        QTest::addColumn<int>("mouseButton");
+        QTest::addColumn<QPoint>("releaseAt");
+        QTest::newRow("left, let go on the button") << int(Qt::LeftButton) << QPoint(10, 10);
+        QTest::newRow("left, let go outside") << int(Qt::LeftButton) << QPoint(400, -50);
+        QTest::newRow("right button") << int(Qt::RightButton) << QPoint(10, 10);
+        QTest::newRow("middle button, let go outside") << int(Qt::MiddleButton) << QPoint(-20, 300);
+    }
+
+    void clickComesOnRelease()
+    {
+        QFETCH(int, mouseButton);
+        QFETCH(QPoint, releaseAt);
+        ToolbarButton button;
+        button.resize(120, 30);
+        button.show();
+        QSignalSpy clicked(&button, &QAbstractButton::clicked);
+        QTest::mousePress(&button, Qt::MouseButton(mouseButton), {}, QPoint(10, 10));
+        QVERIFY(button.isDown());
+        QCOMPARE(clicked.count(), 0);
+        QTest::mouseRelease(&button, Qt::MouseButton(mouseButton), {}, releaseAt);
+        QVERIFY(!button.isDown());
+        QCOMPARE(clicked.count(), 1);
+    }
+
     void mouseClickAndDisabledState()
     {
         TreeButton button;
