@@ -16,6 +16,7 @@
 #include "settings/ToolRegistry.h"
 #include "settings/cOptionen.h"
 #include "settings/tools.h"
+#include "toolkit/CTooltip.h"
 #include "toolkit/Inet.h"
 #include "toolkit/MessageBox.h"
 #include "toolkit/OpenInBrowser.h"
@@ -318,6 +319,14 @@ void frmMain::connectHandlers()
     connect(cmbVorwahl, &QComboBox::activated, this, &frmMain::cmbVorwahl_Click);
     connect(txtNummer, &QLineEdit::textChanged, this, &frmMain::txtNummer_Change);
     txtNummer->installEventFilter(this);
+    setMouseTracking(true);
+    installEventFilter(this);
+    for (QWidget* w :
+         { static_cast<QWidget*>(lblUpdate), static_cast<QWidget*>(picUpdate), static_cast<QWidget*>(lblCredits),
+           static_cast<QWidget*>(chkPrivat), static_cast<QWidget*>(chkPublic) }) {
+        w->setMouseTracking(true);
+        w->installEventFilter(this);
+    }
     connect(txtSMS, &QPlainTextEdit::textChanged, this, &frmMain::txtSMS_Change);
     connect(cmbName, &QComboBox::activated, this, &frmMain::cmbName_Click);
     connect(chkPublic, &QCheckBox::clicked, this, &frmMain::chkPublic_Click);
@@ -365,6 +374,9 @@ void frmMain::load(frmSplash* splash)
     isMultiSMSMode = false;
     info(QStringLiteral("MRU laden ..."));
     createMru();
+    tooltip = new CTooltip(this);
+    tooltip->setStyle(1);
+    tooltip->setIcon(1);
     info(QStringLiteral("News herunterladen ..."));
     info(QStringLiteral("Optionen wiederherstellen ..."));
     setOptionsBar();
@@ -656,8 +668,56 @@ void frmMain::updateCost()
         MessageSize::updateCost(MessageSize::smsOptionsOf(Options()), selectedPrefixKey(), txtNummer->text())));
 }
 
+bool frmMain::hoverHint(QObject* watched)
+{
+    if (!tooltip)
+        return false;
+    if (watched == this) {
+        if (tooltipShown) {
+            tooltipShown = false;
+            tooltip->Destroy();
+        }
+        return false;
+    }
+    struct Hint
+    {
+        QWidget* control;
+        const char16_t* title;
+        const char16_t* text;
+    };
+    const Hint hints[] = {
+        { lblUpdate, u"Neues Update verfügbar",
+          u"Klicken Sie hier um das neuste Update aus dem Internet herunterzuladen." },
+        { picUpdate, u"Neues Update verfügbar",
+          u"Klicken Sie hier um das neuste Update aus dem Internet herunterzuladen." },
+        { lblCredits, u"Guthaben",
+          u"Zeigt Ihr verbleibendes Guthaben an.\r\nIn den 'Einstellungen' können Sie neue Credits kaufen." },
+        { chkPrivat, u"Privates Telefonbuch",
+          u"Selektieren Sie diese Häkchen wenn der Empfänger \r\nin Ihrem privaten Telefonbuch eingetragen werden "
+          u"soll." },
+        { chkPublic, u"Öffentliches Telefonbuch",
+          u"Selektieren Sie diese Häkchen wenn der Empfänger \r\nin Ihrem öffentlichen Telefonbuch eingetragen werden "
+          u"soll." },
+    };
+    for (const Hint& hint : hints) {
+        if (watched != hint.control)
+            continue;
+        if (!tooltipShown) {
+            tooltipShown = true;
+            tooltip->setTitle(QString::fromUtf16(hint.title));
+            tooltip->setTipText(QString::fromUtf16(hint.text));
+            tooltip->Create(hint.control);
+        }
+        // The move stays with the control; the window under it doesn't see it.
+        return true;
+    }
+    return false;
+}
+
 bool frmMain::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::MouseMove && hoverHint(watched))
+        return true;
     if (watched == txtNummer && event->type() == QEvent::FocusOut) {
         const auto reason = static_cast<QFocusEvent*>(event)->reason();
         // Leaving the field with a number that isn't one brings the focus back; a change of

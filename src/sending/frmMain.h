@@ -16,6 +16,7 @@ class frmSplash;
 class frmMinimizeWarning;
 class mTrayIcon;
 class OptionsBar;
+class CTooltip;
 class Inet;
 class QCheckBox;
 class QComboBox;
@@ -73,6 +74,7 @@ public:
 
     bool isMultiSMSMode = false;
     bool isPhonebookOpen = false;
+    bool tooltipShown = false;
     qint32 credits = -1;
     QString sessionPassword;
     // Set only while a scheduled send is being submitted.
@@ -111,6 +113,8 @@ private:
     void chkPublic_Click();
     void lblReuseText_Click();
     void optionsBar_PanelClick(const QString& key);
+    // The balloon over a control, or closed when the mouse is over the window itself.
+    bool hoverHint(QObject* watched);
 
     // The send road.
     bool validateInput();
@@ -157,6 +161,7 @@ private:
     QTimer* tmCredits;
 
     clsMRU mru;
+    CTooltip* tooltip = nullptr;
     mTrayIcon* m_tray = nullptr;
     frmMinimizeWarning* m_minimizeWarning = nullptr;
     bool m_unloaded = false;

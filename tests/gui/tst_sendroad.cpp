@@ -8,6 +8,7 @@
 #include "settings/ProductName.h"
 #include "settings/ProgramFolder.h"
 #include "settings/cOptionen.h"
+#include "toolkit/CTooltip.h"
 #include "toolkit/Pause.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
@@ -18,6 +19,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -447,6 +449,28 @@ private slots:
         txtSMS->paste();
         QCOMPARE(txtSMS->text(), QStringLiteral("ab\""));
         QCOMPARE(child<QLineEdit>("txtZeichen")->text(), QStringLiteral("4"));
+    }
+
+    void hoverHintsComeOnceAndGo()
+    {
+        startService();
+        loadMain();
+        auto* lblCredits = child<QLabel>("lblCredits");
+        QMouseEvent move(QEvent::MouseMove, QPointF(2, 2), lblCredits->mapToGlobal(QPointF(2, 2)), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(lblCredits, &move);
+        QVERIFY(m_main->tooltipShown);
+        const QWidget* balloon = m_main->findChild<CTooltip*>()->tipWindow();
+        QVERIFY(balloon);
+        QCOMPARE(balloon->findChildren<QLabel*>().at(1)->text(), QStringLiteral("Guthaben"));
+        // A second move over a control keeps the balloon it has.
+        QApplication::sendEvent(child<QCheckBox>("chkPrivat"), &move);
+        QCOMPARE(m_main->findChild<CTooltip*>()->tipWindow(), balloon);
+        QMouseEvent overWindow(QEvent::MouseMove, QPointF(1, 1), m_main->mapToGlobal(QPointF(1, 1)), Qt::NoButton,
+                               Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(m_main.get(), &overWindow);
+        QVERIFY(!m_main->tooltipShown);
+        QVERIFY(!m_main->findChild<CTooltip*>()->tipWindow());
     }
 
     void emptyVersionAnswerAsksAgainAfterRetry()
