@@ -15,6 +15,8 @@
 #include "settings/ProxyConfig.h"
 #include "settings/ToolRegistry.h"
 #include "settings/cOptionen.h"
+#include "settings/frmSignaturen.h"
+#include "settings/mSignaturen.h"
 #include "settings/tools.h"
 #include "toolkit/CTooltip.h"
 #include "toolkit/Inet.h"
@@ -35,6 +37,8 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
 #include <QScreen>
 #include <QStyle>
 #include <QTimer>
@@ -189,6 +193,38 @@ void frmMain::buildControls()
     boxReuseLastSMS->hide();
     optionsBar = new OptionsBar(this);
 
+    boxSignaturen = new QWidget(this);
+    boxSignaturen->setObjectName(QStringLiteral("boxSignaturen"));
+    auto* lblSignaturen = new QLabel(QStringLiteral("Signaturen"), boxSignaturen);
+    lvSignaturen = new QListWidget(boxSignaturen);
+    lvSignaturen->setObjectName(QStringLiteral("lvSignaturen"));
+    lvSignaturen->setAccessibleName(QStringLiteral("Signaturen"));
+    lvSignaturen->setContextMenuPolicy(Qt::CustomContextMenu);
+    lblSignaturen->setBuddy(lvSignaturen);
+    tbAddSignature = toolButton(QStringLiteral("tbAddSignature"), QString(), QStringLiteral("Neue Signatur"),
+                                QStringLiteral("add"), boxSignaturen);
+    tbEditSignature = toolButton(QStringLiteral("tbEditSignature"), QString(), QStringLiteral("Signatur bearbeiten"),
+                                 QStringLiteral("edit"), boxSignaturen);
+    tbDeleteSignature = toolButton(QStringLiteral("tbDeleteSignature"), QString(), QStringLiteral("Signatur löschen"),
+                                   QStringLiteral("delete"), boxSignaturen);
+    mnuSigPopup = new QMenu(this);
+    mnuSigPopup->setObjectName(QStringLiteral("mnuSigPopup"));
+    mnuSigNew = mnuSigPopup->addAction(QStringLiteral("Neue Signatur"));
+    mnuSigNew->setObjectName(QStringLiteral("mnuSigNew"));
+    mnuSigEdit = mnuSigPopup->addAction(QStringLiteral("Signatur bearbeiten"));
+    mnuSigEdit->setObjectName(QStringLiteral("mnuSigEdit"));
+    mnuSigDelete = mnuSigPopup->addAction(QStringLiteral("Signatur löschen"));
+    mnuSigDelete->setObjectName(QStringLiteral("mnuSigDelete"));
+    auto* sigButtons = new QHBoxLayout;
+    sigButtons->addWidget(lblSignaturen, 1);
+    for (ToolbarButton* b : { tbAddSignature, tbEditSignature, tbDeleteSignature })
+        sigButtons->addWidget(b);
+    auto* sigLayout = new QVBoxLayout(boxSignaturen);
+    sigLayout->setContentsMargins(0, 0, 0, 0);
+    sigLayout->addLayout(sigButtons);
+    sigLayout->addWidget(lvSignaturen, 1);
+    boxSignaturen->setFixedWidth(190);
+
     tbSend = toolButton(QStringLiteral("tbSend"), QStringLiteral("Senden"), QStringLiteral("Versendet die SMS"),
                         QStringLiteral("send"), this);
     tbTerminversand = toolButton(QStringLiteral("tbTerminversand"), QStringLiteral("Terminversand"), QString(),
@@ -323,7 +359,7 @@ void frmMain::connectHandlers()
     installEventFilter(this);
     for (QWidget* w :
          { static_cast<QWidget*>(lblUpdate), static_cast<QWidget*>(picUpdate), static_cast<QWidget*>(lblCredits),
-           static_cast<QWidget*>(chkPrivat), static_cast<QWidget*>(chkPublic) }) {
+           lvSignaturen->viewport(), static_cast<QWidget*>(chkPrivat), static_cast<QWidget*>(chkPublic) }) {
         w->setMouseTracking(true);
         w->installEventFilter(this);
     }
@@ -333,6 +369,19 @@ void frmMain::connectHandlers()
     connect(lblReuseText, &QLabel::linkActivated, this, &frmMain::lblReuseText_Click);
     connect(tbSend, &QAbstractButton::clicked, this, &frmMain::tbSend_Click);
     connect(optionsBar, &OptionsBar::panelClicked, this, &frmMain::optionsBar_PanelClick);
+    connect(lvSignaturen, &QListWidget::itemDoubleClicked, this, &frmMain::lvSignaturen_DblClick);
+    connect(lvSignaturen, &QWidget::customContextMenuRequested, this, [this](const QPoint& at) {
+        const bool selected = lvSignaturen->currentItem() && lvSignaturen->currentItem()->isSelected();
+        mnuSigEdit->setEnabled(selected);
+        mnuSigDelete->setEnabled(selected);
+        mnuSigPopup->popup(lvSignaturen->viewport()->mapToGlobal(at));
+    });
+    connect(mnuSigNew, &QAction::triggered, this, &frmMain::signatureNew);
+    connect(tbAddSignature, &QAbstractButton::clicked, this, &frmMain::signatureNew);
+    connect(mnuSigEdit, &QAction::triggered, this, &frmMain::signatureEdit);
+    connect(tbEditSignature, &QAbstractButton::clicked, this, &frmMain::signatureEdit);
+    connect(mnuSigDelete, &QAction::triggered, this, &frmMain::signatureDelete);
+    connect(tbDeleteSignature, &QAbstractButton::clicked, this, &frmMain::signatureDelete);
     connect(tbAdmin, &QAbstractButton::clicked, this, [this] { tools::OpenInBrowser(Urls().Homepage(), this); });
     connect(iNet, &Inet::StateChanged, this, &frmMain::iNet_StateChanged);
     connect(iNet2, &Inet::StateChanged, this, [this](int state) {
@@ -367,6 +416,8 @@ void frmMain::load(frmSplash* splash)
     info(QStringLiteral("Initialisiere Vorwahlen ..."));
     initPrefixes();
     info(QStringLiteral("Lade Signaturen ..."));
+    for (const QString& text : mSignaturen::LoadSignaturen())
+        lvSignaturen->addItem(new QListWidgetItem(QIcon(QStringLiteral(":/pictures/stift.svg")), text));
     info(QStringLiteral("Suche nach Updates ..."));
     checkForUpdate();
     info(QStringLiteral("Überprüfe Guthaben ..."));
@@ -642,6 +693,49 @@ void frmMain::optionsBar_PanelClick(const QString& key)
     Options().save();
     updateCost();
     recalcSmsSize();
+}
+
+QStringList frmMain::signatureTexts() const
+{
+    QStringList texts;
+    for (int i = 0; i < lvSignaturen->count(); ++i)
+        texts.append(lvSignaturen->item(i)->text());
+    return texts;
+}
+
+void frmMain::lvSignaturen_DblClick()
+{
+    if (QListWidgetItem* item = lvSignaturen->currentItem())
+        txtSMS->replaceSelection(item->text());
+}
+
+void frmMain::signatureNew()
+{
+    QString text;
+    if (!frmSignaturen::showNew(this, &text))
+        return;
+    lvSignaturen->addItem(new QListWidgetItem(QIcon(QStringLiteral(":/pictures/stift.svg")), text));
+    mSignaturen::SaveSignaturen(signatureTexts());
+}
+
+void frmMain::signatureEdit()
+{
+    QListWidgetItem* item = lvSignaturen->currentItem();
+    QString text;
+    if (!item || !item->isSelected() || !frmSignaturen::showEdit(this, item->text(), &text))
+        return;
+    item->setText(text);
+    mSignaturen::SaveSignaturen(signatureTexts());
+}
+
+void frmMain::signatureDelete()
+{
+    QListWidgetItem* item = lvSignaturen->currentItem();
+    if (!item || !item->isSelected())
+        return;
+    // Removed at once, without a question.
+    delete lvSignaturen->takeItem(lvSignaturen->row(item));
+    mSignaturen::SaveSignaturen(signatureTexts());
 }
 
 void frmMain::recalcSmsSize()

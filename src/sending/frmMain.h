@@ -17,6 +17,9 @@ class frmMinimizeWarning;
 class mTrayIcon;
 class OptionsBar;
 class CTooltip;
+class QListWidget;
+class QMenu;
+class QAction;
 class Inet;
 class QCheckBox;
 class QComboBox;
@@ -113,6 +116,12 @@ private:
     void chkPublic_Click();
     void lblReuseText_Click();
     void optionsBar_PanelClick(const QString& key);
+    // The signatures: insert, add, edit, delete.
+    void lvSignaturen_DblClick();
+    void signatureNew();
+    void signatureEdit();
+    void signatureDelete();
+    QStringList signatureTexts() const;
     // The balloon over a control, or closed when the mouse is over the window itself.
     bool hoverHint(QObject* watched);
 
@@ -142,6 +151,15 @@ private:
     QWidget* boxReuseLastSMS;
     QLabel* lblReuseText;
     OptionsBar* optionsBar;
+    QWidget* boxSignaturen;
+    QListWidget* lvSignaturen;
+    ToolbarButton* tbAddSignature;
+    ToolbarButton* tbEditSignature;
+    ToolbarButton* tbDeleteSignature;
+    QMenu* mnuSigPopup;
+    QAction* mnuSigNew;
+    QAction* mnuSigEdit;
+    QAction* mnuSigDelete;
     ToolbarButton* tbSend;
     ToolbarButton* tbTerminversand;
     ToolbarButton* tbMultiSMS;
