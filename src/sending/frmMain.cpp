@@ -37,6 +37,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLinearGradient>
 #include <QListWidget>
 #include <QMenu>
 #include <QScreen>
@@ -145,7 +146,19 @@ void frmMain::buildControls()
     imgInformation->setObjectName(QStringLiteral("imgInformation"));
     imgInformation->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxInformation).pixmap(16, 16));
     imgInformation->hide();
+    // The designed band: a blue strip with white texts; a branding picture replaces it.
+    {
+        QPalette band = header->palette();
+        QLinearGradient gradient(0, 0, 0, 72);
+        gradient.setColorAt(0, QColor(0x2b, 0x6c, 0xb0));
+        gradient.setColorAt(1, QColor(0x1b, 0x4f, 0x86));
+        band.setBrush(QPalette::Window, gradient);
+        band.setColor(QPalette::WindowText, Qt::white);
+        header->setPalette(band);
+        header->setAutoFillBackground(true);
+    }
     auto* headerLayout = new QVBoxLayout(header);
+    headerLayout->setContentsMargins(16, 10, 16, 10);
     headerLayout->addWidget(lblHeader);
     auto* infoLine = new QHBoxLayout;
     infoLine->addWidget(imgWarning);
@@ -323,7 +336,8 @@ void frmMain::buildControls()
     auto* buttons = new QVBoxLayout;
     for (ToolbarButton* b : { tbSend, tbTerminversand, tbMultiSMS, tbPhonebook, tbOptions, tbHelp, tbAdmin })
         buttons->addWidget(b);
-    buttons->addStretch(1);
+    buttons->addSpacing(8);
+    buttons->addWidget(boxSignaturen, 1);
 
     auto* body = new QHBoxLayout;
     body->addLayout(form, 1);
@@ -337,15 +351,26 @@ void frmMain::buildControls()
     status->addStretch(1);
     status->addWidget(picUpdate);
     status->addWidget(lblUpdate);
-    status->addSpacing(12);
-    status->addWidget(lblCopyright);
-    status->addSpacing(12);
-    status->addWidget(lblVersion);
+    auto* footer = new QHBoxLayout;
+    footer->addWidget(lblCopyright);
+    footer->addStretch(1);
+    footer->addWidget(lblVersion);
+    for (QLabel* small : { lblCopyright, lblVersion }) {
+        QFont f = small->font();
+        f.setPointSizeF(f.pointSizeF() * 0.9);
+        small->setFont(f);
+        small->setForegroundRole(QPalette::PlaceholderText);
+    }
 
     auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 8);
     layout->addWidget(header);
-    layout->addLayout(body, 1);
-    layout->addLayout(status);
+    auto* content = new QVBoxLayout;
+    content->setContentsMargins(10, 0, 10, 0);
+    layout->addLayout(content, 1);
+    content->addLayout(body, 1);
+    content->addLayout(status);
+    content->addLayout(footer);
     // The window has a fixed layout; it never changes its size.
     setFixedSize(sizeHint().expandedTo(QSize(760, 540)));
 }
