@@ -40,6 +40,7 @@
 #include <QLinearGradient>
 #include <QListWidget>
 #include <QMenu>
+#include <QProcess>
 #include <QScreen>
 #include <QStyle>
 #include <QTimer>
@@ -206,6 +207,24 @@ void frmMain::buildControls()
     boxReuseLastSMS->hide();
     optionsBar = new OptionsBar(this);
 
+    // The placeholders of a MultiSMS run; the bar shows in that mode only.
+    boxVariablesToolbar = new QWidget(this);
+    boxVariablesToolbar->setObjectName(QStringLiteral("boxVariablesToolbar"));
+    auto* variables = new QHBoxLayout(boxVariablesToolbar);
+    variables->setContentsMargins(0, 0, 0, 0);
+    variables->addWidget(new QLabel(QStringLiteral("Platzhalter"), boxVariablesToolbar));
+    for (const auto& [name, placeholder] :
+         { std::pair { QStringLiteral("tbReplaceName"), QStringLiteral("%name%") },
+           std::pair { QStringLiteral("tbReplaceFrei1"), QStringLiteral("%frei1%") },
+           std::pair { QStringLiteral("tbReplaceFrei2"), QStringLiteral("%frei2%") } }) {
+        ToolbarButton* button = toolButton(name, placeholder, QString(), QStringLiteral("add"), boxVariablesToolbar);
+        const QString inserted = placeholder + u' ';
+        connect(button, &QAbstractButton::clicked, this, [this, inserted] { txtSMS->replaceSelection(inserted); });
+        variables->addWidget(button);
+    }
+    variables->addStretch(1);
+    boxVariablesToolbar->hide();
+
     boxSignaturen = new QWidget(this);
     boxSignaturen->setObjectName(QStringLiteral("boxSignaturen"));
     auto* lblSignaturen = new QLabel(QStringLiteral("Signaturen"), boxSignaturen);
@@ -369,6 +388,7 @@ void frmMain::buildControls()
     content->setContentsMargins(10, 0, 10, 0);
     layout->addLayout(content, 1);
     content->addLayout(body, 1);
+    form->addWidget(boxVariablesToolbar, 7, 1, 1, 2);
     content->addLayout(status);
     content->addLayout(footer);
     // The window has a fixed layout; it never changes its size.
@@ -408,6 +428,8 @@ void frmMain::connectHandlers()
     connect(mnuSigDelete, &QAction::triggered, this, &frmMain::signatureDelete);
     connect(tbDeleteSignature, &QAbstractButton::clicked, this, &frmMain::signatureDelete);
     connect(tbAdmin, &QAbstractButton::clicked, this, [this] { tools::OpenInBrowser(Urls().Homepage(), this); });
+    connect(lblUpdate, &QLabel::linkActivated, this, &frmMain::startUpdater);
+    picUpdate->installEventFilter(this);
     connect(iNet, &Inet::StateChanged, this, &frmMain::iNet_StateChanged);
     connect(iNet2, &Inet::StateChanged, this, [this](int state) {
         if (state == Inet::icError)
@@ -833,8 +855,18 @@ bool frmMain::hoverHint(QObject* watched)
     return false;
 }
 
+void frmMain::startUpdater()
+{
+    // The updater runs on its own; the program goes on.
+    QProcess::startDetached(ProgramFolder::path() + u'/' + Urls().UpdaterName(), {}, ProgramFolder::path());
+}
+
 bool frmMain::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == picUpdate && event->type() == QEvent::MouseButtonRelease) {
+        startUpdater();
+        return true;
+    }
     if (event->type() == QEvent::MouseMove && hoverHint(watched))
         return true;
     if (watched == txtNummer && event->type() == QEvent::FocusOut) {

@@ -122,6 +122,8 @@ private:
     void signatureEdit();
     void signatureDelete();
     QStringList signatureTexts() const;
+    // Starts the updater from the program's folder.
+    void startUpdater();
     // The balloon over a control, or closed when the mouse is over the window itself.
     bool hoverHint(QObject* watched);
 
@@ -151,6 +153,7 @@ private:
     QWidget* boxReuseLastSMS;
     QLabel* lblReuseText;
     OptionsBar* optionsBar;
+    QWidget* boxVariablesToolbar;
     QWidget* boxSignaturen;
     QListWidget* lvSignaturen;
     ToolbarButton* tbAddSignature;

@@ -17,6 +17,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -471,6 +472,42 @@ private slots:
         QApplication::sendEvent(m_main.get(), &overWindow);
         QVERIFY(!m_main->tooltipShown);
         QVERIFY(!m_main->findChild<CTooltip*>()->tipWindow());
+    }
+
+    void placeholderButtonsReplaceTheSelection()
+    {
+        startService();
+        loadMain();
+        QVERIFY(!child<QWidget>("boxVariablesToolbar")->isVisibleTo(m_main.get()));
+        auto* txtSMS = child<SmsTextEdit>("txtSMS");
+        txtSMS->setText(QStringLiteral("Hallo Welt"));
+        QTextCursor cursor = txtSMS->textCursor();
+        cursor.setPosition(6);
+        cursor.setPosition(10, QTextCursor::KeepAnchor);
+        txtSMS->setTextCursor(cursor);
+        child<ToolbarButton>("tbReplaceName")->click();
+        QCOMPARE(txtSMS->text(), QStringLiteral("Hallo %name% "));
+        child<ToolbarButton>("tbReplaceFrei2")->click();
+        QCOMPARE(txtSMS->text(), QStringLiteral("Hallo %name% %frei2% "));
+    }
+
+    void updateLinkStartsTheUpdaterFromTheProgramFolder()
+    {
+        const QString marker = m_folder.filePath(QStringLiteral("updater-ran"));
+        QFile script(m_folder.filePath(QStringLiteral("updater.sh")));
+        QVERIFY(script.open(QIODevice::WriteOnly));
+        script.write("#!/bin/sh\ntouch \"" + marker.toUtf8() + "\"\n");
+        script.close();
+        script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        startService({ QStringLiteral("--version-answer"), QStringLiteral("9.0.0") });
+        m_service->writeOemInf(m_folder.path(), "[Files]\r\nUpdater=updater.sh\r\n");
+        reloadUrlsForTesting();
+        loadMain();
+        auto* lblUpdate = child<QLabel>("lblUpdate");
+        QVERIFY(lblUpdate->isVisibleTo(m_main.get()));
+        emit lblUpdate->linkActivated(QStringLiteral("update"));
+        QTRY_VERIFY(QFile::exists(marker));
+        QVERIFY(m_main->isVisible());
     }
 
     void emptyVersionAnswerAsksAgainAfterRetry()
