@@ -36,8 +36,7 @@ private slots:
         m_service = std::make_unique<ServiceProcess>();
         QVERIFY(m_service->isRunning());
         ProgramFolder::setPathForTesting(m_folder.path());
-        m_service->writeOemInf(m_folder.path());
-        reloadUrlsForTesting();
+        m_service->pointProgramAt(m_folder.path());
     }
 
     void urls()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GuiTestMain.h"
 #include "MessageBoxScript.h"
+#include "ModalWindows.h"
 #include "ServiceProcess.h"
 #include "TestStore.h"
 #include "sending/frmMain.h"
@@ -41,8 +42,7 @@ class TestSendRoad : public QObject
     {
         m_service = std::make_unique<ServiceProcess>(arguments);
         QVERIFY(m_service->isRunning());
-        m_service->writeOemInf(m_folder.path());
-        reloadUrlsForTesting();
+        m_service->pointProgramAt(m_folder.path());
     }
 
     void loadMain()
@@ -56,22 +56,6 @@ class TestSendRoad : public QObject
         m_main->selectPrefixKey(key);
         child<QLineEdit>("txtNummer")->setText(number);
         child<SmsTextEdit>("txtSMS")->setText(text);
-    }
-
-    // Acts on the next modal window of the program as soon as it is up. Polls, so that it never
-    // waits inside an event loop of the program.
-    static void onNextModal(std::function<void(QWidget*)> action)
-    {
-        auto* poll = new QTimer(qApp);
-        poll->setInterval(20);
-        QObject::connect(poll, &QTimer::timeout, poll, [poll, action] {
-            if (QWidget* modal = QApplication::activeModalWidget()) {
-                poll->stop();
-                poll->deleteLater();
-                action(modal);
-            }
-        });
-        poll->start();
     }
 
     QString lastBody() const
@@ -500,8 +484,7 @@ private slots:
         script.close();
         script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         startService({ QStringLiteral("--version-answer"), QStringLiteral("9.0.0") });
-        m_service->writeOemInf(m_folder.path(), "[Files]\r\nUpdater=updater.sh\r\n");
-        reloadUrlsForTesting();
+        m_service->pointProgramAt(m_folder.path(), "[Files]\r\nUpdater=updater.sh\r\n");
         loadMain();
         auto* lblUpdate = child<QLabel>("lblUpdate");
         QVERIFY(lblUpdate->isVisibleTo(m_main.get()));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GuiTestMain.h"
 #include "MessageBoxScript.h"
+#include "ModalWindows.h"
 #include "ServiceProcess.h"
 #include "TestStore.h"
 #include "sending/frmMain.h"
@@ -16,7 +17,6 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <QTimer>
 
 class TestSignatures : public QObject
 {
@@ -37,20 +37,12 @@ class TestSignatures : public QObject
     // Types the text into the next frmSignaturen and saves it.
     static void typeIntoNextWindow(const QString& text, QString* countShown = nullptr)
     {
-        auto* poll = new QTimer(qApp);
-        poll->setInterval(20);
-        QObject::connect(poll, &QTimer::timeout, poll, [poll, text, countShown] {
-            QWidget* window = QApplication::activeModalWidget();
-            if (!window)
-                return;
-            poll->stop();
-            poll->deleteLater();
+        onNextModal([text, countShown](QWidget* window) {
             window->findChild<SmsTextEdit*>(QStringLiteral("txtSignatur"))->setText(text);
             if (countShown)
                 *countShown = window->findChild<QLineEdit*>(QStringLiteral("txtZeichen"))->text();
             window->findChild<QPushButton*>(QStringLiteral("cmdSave"))->click();
         });
-        poll->start();
     }
 
 private slots:
@@ -60,8 +52,7 @@ private slots:
         ProgramFolder::setPathForTesting(m_folder.path());
         m_service = std::make_unique<ServiceProcess>();
         QVERIFY(m_service->isRunning());
-        m_service->writeOemInf(m_folder.path());
-        reloadUrlsForTesting();
+        m_service->pointProgramAt(m_folder.path());
     }
 
     void init()

@@ -26,12 +26,7 @@ class TestStartup : public QObject
     QTemporaryDir m_folder;
     std::unique_ptr<ServiceProcess> m_service;
 
-    void writeOem(const QByteArray& extra = {})
-    {
-        m_service->writeOemInf(m_folder.path(), extra);
-        reloadUrlsForTesting();
-        setProductName(readProductName());
-    }
+    void writeOem(const QByteArray& extra = {}) { m_service->pointProgramAt(m_folder.path(), extra); }
 
     struct Loaded
     {

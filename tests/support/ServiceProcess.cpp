@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ServiceProcess.h"
 
+#include "settings/CUrlStore.h"
+#include "settings/ProductName.h"
+
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFile>
@@ -118,4 +121,11 @@ void ServiceProcess::writeOemInf(const QString& folder, const QByteArray& extra)
     QFile file(folder + QStringLiteral("/oem.inf"));
     if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         file.write(text);
+}
+
+void ServiceProcess::pointProgramAt(const QString& folder, const QByteArray& extra) const
+{
+    writeOemInf(folder, extra);
+    reloadUrlsForTesting();
+    setProductName(readProductName());
 }

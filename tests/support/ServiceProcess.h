@@ -26,6 +26,8 @@ public:
     bool setFault(const QString& path, const QString& mode);
     // Writes an oem.inf into folder that points every address of the program at this service.
     void writeOemInf(const QString& folder, const QByteArray& extra = {}) const;
+    // Writes that oem.inf into the program's folder of a test and has the program read it anew.
+    void pointProgramAt(const QString& folder, const QByteArray& extra = {}) const;
     void stop();
 
 private:
