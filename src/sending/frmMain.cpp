@@ -225,6 +225,25 @@ void frmMain::buildControls()
     variables->addStretch(1);
     boxVariablesToolbar->hide();
 
+    // The counters of a MultiSMS run, with the longest placeholder values.
+    boxPlatzhalter = new QWidget(this);
+    boxPlatzhalter->setObjectName(QStringLiteral("boxPlatzhalter"));
+    txtZeichenMultiSMS = counterField(QStringLiteral("txtZeichenMultiSMS"), QStringLiteral("Zeichen"), boxPlatzhalter);
+    txtAnzahlProNachricht
+        = counterField(QStringLiteral("txtAnzahlProNachricht"), QStringLiteral("SMS pro Nachricht"), boxPlatzhalter);
+    txtAnzahlMultiSMS = counterField(QStringLiteral("txtAnzahlMultiSMS"), QStringLiteral("Anzahl SMS"), boxPlatzhalter);
+    auto* multiCounters = new QHBoxLayout(boxPlatzhalter);
+    multiCounters->setContentsMargins(0, 0, 0, 0);
+    for (QLineEdit* field : { txtZeichenMultiSMS, txtAnzahlProNachricht, txtAnzahlMultiSMS }) {
+        auto* label = new QLabel(field->accessibleName(), boxPlatzhalter);
+        label->setBuddy(field);
+        multiCounters->addWidget(label);
+        multiCounters->addWidget(field);
+        multiCounters->addSpacing(8);
+    }
+    multiCounters->addStretch(1);
+    boxPlatzhalter->hide();
+
     boxSignaturen = new QWidget(this);
     boxSignaturen->setObjectName(QStringLiteral("boxSignaturen"));
     auto* lblSignaturen = new QLabel(QStringLiteral("Signaturen"), boxSignaturen);
@@ -389,6 +408,9 @@ void frmMain::buildControls()
     layout->addLayout(content, 1);
     content->addLayout(body, 1);
     form->addWidget(boxVariablesToolbar, 7, 1, 1, 2);
+    form->addWidget(boxPlatzhalter, 8, 1, 1, 2);
+    boxPlatzhalter->setMouseTracking(true);
+    boxPlatzhalter->installEventFilter(this);
     content->addLayout(status);
     content->addLayout(footer);
     // The window has a fixed layout; it never changes its size.
@@ -797,8 +819,12 @@ void frmMain::recalcSmsSize()
         clearWarning();
     }
     tbSend->setEnabled(figures.sendEnabled);
-    if (isMultiSMSMode)
+    if (isMultiSMSMode) {
+        txtZeichenMultiSMS->setText(QString::number(figures.txtZeichenMultiSMS));
+        txtAnzahlProNachricht->setText(QString::number(figures.txtAnzahlProNachricht));
+        txtAnzahlMultiSMS->setText(QString::number(figures.txtAnzahlMultiSMS));
         return;
+    }
     txtZeichen->setText(QString::number(figures.txtZeichen));
     txtAnzahlSMS->setText(QString::number(figures.txtAnzahlSMS));
 }
@@ -813,7 +839,7 @@ bool frmMain::hoverHint(QObject* watched)
 {
     if (!tooltip)
         return false;
-    if (watched == this) {
+    if (watched == this || watched == boxPlatzhalter) {
         if (tooltipShown) {
             tooltipShown = false;
             tooltip->Destroy();

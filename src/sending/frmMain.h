@@ -154,6 +154,10 @@ private:
     QLabel* lblReuseText;
     OptionsBar* optionsBar;
     QWidget* boxVariablesToolbar;
+    QWidget* boxPlatzhalter;
+    QLineEdit* txtZeichenMultiSMS;
+    QLineEdit* txtAnzahlProNachricht;
+    QLineEdit* txtAnzahlMultiSMS;
     QWidget* boxSignaturen;
     QListWidget* lvSignaturen;
     ToolbarButton* tbAddSignature;
