@@ -15,15 +15,30 @@ constexpr std::array<const char16_t*, 12> Months
 constexpr std::array<const char16_t*, 7> Weekdays
     = { u"Sonntag", u"Montag", u"Dienstag", u"Mittwoch", u"Donnerstag", u"Freitag", u"Samstag" };
 
-// A strict conversion: the text must be a number.
+Message vorsicht(const QString& text)
+{
+    return { QStringLiteral("Vorsicht"), text, Message::Icon::Information };
+}
+
+// The ticked weekdays, Sunday first, as "0,1,3".
+QString weekdayList(const ScheduleChoices& c)
+{
+    const std::array<bool, 7> ticked = { c.chSon, c.chMon, c.chDie, c.chMit, c.chDon, c.chFre, c.chSam };
+    QStringList days;
+    for (size_t i = 0; i < ticked.size(); ++i) {
+        if (ticked[i])
+            days.append(QString::number(i));
+    }
+    return days.join(u',');
+}
+} // namespace
+
 bool strictInt(const QString& text, int* value)
 {
     bool ok = false;
-    const double v = tools::NumericValue(text, &ok);
-    *value = int(v);
+    *value = tools::NumericToInt16(text, &ok);
     return ok;
 }
-} // namespace
 
 int DayOfMonthCount(int month, int year)
 {
@@ -75,18 +90,20 @@ QString checkSendTimes(const QString& tbSendTimes)
     return value < 1 ? QStringLiteral("1") : tbSendTimes;
 }
 
-QString monthDayWarning(const QString& day, bool* ok)
+QList<Message> monthDayWarning(const QString& cmbMonthDayDate, bool* ok)
 {
     int v = 0;
-    const bool numeric = strictInt(day, &v);
+    const bool numeric = strictInt(cmbMonthDayDate, &v);
     if (ok)
         *ok = numeric;
     if (!numeric)
         return {};
     if (v > 28 && v < 31)
-        return QStringLiteral("Die SMS wird nur in Monaten mit mind. ") + day + QStringLiteral(" Tagen versendet");
+        return { vorsicht(QStringLiteral("Die SMS wird nur in Monaten mit mind. ") + cmbMonthDayDate
+                          + QStringLiteral(" Tagen versendet")) };
     if (v == 31)
-        return QStringLiteral("Die SMS wird nur in Monaten mit ") + day + QStringLiteral(" Tagen versendet");
+        return { vorsicht(QStringLiteral("Die SMS wird nur in Monaten mit ") + cmbMonthDayDate
+                          + QStringLiteral(" Tagen versendet")) };
     return {};
 }
 
@@ -94,70 +111,76 @@ Result generate(const ScheduleChoices& c)
 {
     Result r;
     r.tbSendTimes = c.tbSendTimes;
+    r.DTPickerStart = c.DTPickerStart;
+    const auto fail = [&r](const QString& control) {
+        r.success = false;
+        r.invalidControl = control;
+        return r;
+    };
+
     // The chosen time of day reaches the start only through the start value itself.
-    r.DTPickerStart = QDateTime(c.DTPickerStart.date(), QTime(c.cmbTimeHour.toInt(), c.cmbTimeMinutes.toInt(), 0));
+    int hour = 0;
+    int minute = 0;
+    if (!strictInt(c.cmbTimeHour, &hour) || hour < 0 || hour > 23)
+        return fail(QStringLiteral("cmbTimeHour"));
+    if (!strictInt(c.cmbTimeMinutes, &minute) || minute < 0 || minute > 59)
+        return fail(QStringLiteral("cmbTimeMinutes"));
+    r.DTPickerStart = QDateTime(c.DTPickerStart.date(), QTime(hour, minute, 0));
+
     if (!c.cbRepetition) {
         r.job.setStartTime(r.DTPickerStart.toString(Format) + u' ');
         r.job.setCronString(QStringLiteral("0"));
         r.job.setEndTime(QStringLiteral("0"));
         return r;
     }
-    const QString M = c.cmbTimeMinutes;
-    const QString H = c.cmbTimeHour;
-    const QString prefix = M + u' ' + H + u' ';
-    switch (c.pattern) {
-    case ScheduleChoices::Pattern::Daily:
+
+    // Minute and hour as the boxes show them, with their leading zeros.
+    const QString prefix = c.cmbTimeMinutes + u' ' + c.cmbTimeHour + u' ';
+    if (c.obDaly && (c.obSeriesDayly || c.obSeriesWorkDay))
         r.tbSendTimes = checkSendTimes(c.tbSendTimes);
-        if (!c.obSeriesWorkDay) {
-            r.job.setCronString(prefix + QStringLiteral("* * *"));
+
+    if (c.obDaly && c.obSeriesDayly) {
+        r.job.setCronString(prefix + QStringLiteral("* * *"));
+    } else if (c.obDaly && c.obSeriesWorkDay) {
+        const QString days = weekdayList(c);
+        if (days.isEmpty()) {
+            r.messages.append({ QStringLiteral("Terminversand"),
+                                QStringLiteral("Sie müssen mind. einen Wochentag auswählen"),
+                                Message::Icon::Critical });
+            r.success = false;
         } else {
-            QStringList days;
-            const std::array<bool, 7> ticked = { c.chSon, c.chMon, c.chDie, c.chMit, c.chDon, c.chFre, c.chSam };
-            for (size_t i = 0; i < ticked.size(); ++i) {
-                if (ticked[i])
-                    days.append(QString::number(i));
-            }
-            if (days.isEmpty()) {
-                r.messages.append({ QStringLiteral("Terminversand"),
-                                    QStringLiteral("Sie müssen mind. einen Wochentag auswählen"),
-                                    Message::Icon::Error });
-                r.success = false;
-            } else {
-                r.job.setCronString(prefix + QStringLiteral("* * ") + days.join(u','));
-            }
+            r.job.setCronString(prefix + QStringLiteral("* * ") + days);
         }
-        break;
-    case ScheduleChoices::Pattern::Monthly:
-        if (!c.obSeriesWMonth) {
-            const QString warning = monthDayWarning(c.cmbMonthDayDate);
-            if (!warning.isEmpty())
-                r.messages.append({ QStringLiteral("Vorsicht"), warning, Message::Icon::Information });
-            r.job.setCronString(prefix + c.cmbMonthDayDate + QStringLiteral(" * *"));
-        } else {
-            r.job.setCronString(prefix + weekRange(c.cmbMonthWDayMulti) + QStringLiteral(" * ")
-                                + weekdayNumberFromName(c.cmbMonthWDAy));
+    } else if (c.obMonthly && c.obSeriesMonthly) {
+        bool numeric = false;
+        r.messages.append(monthDayWarning(c.cmbMonthDayDate, &numeric));
+        if (!numeric)
+            return fail(QStringLiteral("cmbMonthDayDate"));
+        r.job.setCronString(prefix + c.cmbMonthDayDate + QStringLiteral(" * *"));
+    } else if (c.obMonthly && c.obSeriesWMonth) {
+        // No warning here, not even for the fifth week.
+        r.job.setCronString(prefix + weekRange(c.cmbMonthWDayMulti) + QStringLiteral(" * ")
+                            + weekdayNumberFromName(c.cmbMonthWDAy));
+    } else if (c.obYearly && c.obSeriesYear) {
+        // A yearly date has no cron string: the service gets an empty "&cronjobstring=" and
+        // settles the series from the start time.
+    } else if (c.obYearly && c.obSeriesYearWMonth) {
+        int week = 0;
+        if (!strictInt(c.cmbYearlyWDayMulti, &week))
+            return fail(QStringLiteral("cmbYearlyWDayMulti"));
+        if (week == 5) {
+            r.messages.append(vorsicht(
+                QStringLiteral("Die SMS wird nur in Monaten versendet, in denen der Wochentag fünf Mal vorkommt")));
         }
-        break;
-    case ScheduleChoices::Pattern::Yearly:
-        if (!c.obSeriesYearWMonth) {
-            // The yearly date pattern leaves the cron string empty; the service gets an empty
-            // "&cronjobstring=".
-        } else {
-            int week = 0;
-            if (strictInt(c.cmbYearlyWDayMulti, &week) && week == 5) {
-                r.messages.append({ QStringLiteral("Vorsicht"),
-                                    QStringLiteral("Die SMS wird nur in Monaten versendet, in denen der Wochentag fünf "
-                                                   "Mal vorkommt"),
-                                    Message::Icon::Information });
-            }
-            r.job.setCronString(prefix + weekRange(c.cmbYearlyWDayMulti) + u' '
-                                + monthNumberFromName(c.cmbYearlyWDayMonth) + u' '
-                                + weekdayNumberFromName(c.cmbYearlyWDay));
-        }
-        break;
+        r.job.setCronString(prefix + weekRange(c.cmbYearlyWDayMulti) + u' ' + monthNumberFromName(c.cmbYearlyWDayMonth)
+                            + u' ' + weekdayNumberFromName(c.cmbYearlyWDay));
     }
+
     r.job.setStartTime(r.DTPickerStart.toString(Format));
-    r.job.setEndTime(c.obEndingDate ? c.DTPickerStop.toString(Format) : r.tbSendTimes);
+    if (c.obEndingTime)
+        r.job.setEndTime(r.tbSendTimes);
+    else if (c.obEndingDate)
+        r.job.setEndTime(c.DTPickerStop.toString(Format));
     return r;
 }
 

@@ -4,54 +4,37 @@
 #pragma once
 
 #include "CCronjob.h"
+#include "ScheduleChoices.h"
 
-#include <QDateTime>
 #include <QList>
 
 namespace CronRules {
 
-// The values of the dialog's controls at the press of cbSend, named after them.
-struct ScheduleChoices
-{
-    bool cbRepetition = false;
-    enum class Pattern { Daily, Monthly, Yearly } pattern = Pattern::Daily; // obDaly, obMonthly, obYearly
-    bool obSeriesWorkDay = false; // otherwise obSeriesDayly
-    bool chSon = false, chMon = false, chDie = false, chMit = false, chDon = false, chFre = false, chSam = false;
-    bool obSeriesWMonth = false; // otherwise obSeriesMonthly
-    QString cmbMonthDayDate;
-    QString cmbMonthWDayMulti;
-    QString cmbMonthWDAy;
-    bool obSeriesYearWMonth = false; // otherwise obSeriesYear
-    QString cmbYearlyDayDate;
-    QString cmbYearlyMonthDate;
-    QString cmbYearlyWDayMulti;
-    QString cmbYearlyWDay;
-    QString cmbYearlyWDayMonth;
-    QString cmbTimeHour;
-    QString cmbTimeMinutes;
-    QDateTime DTPickerStart;
-    QDateTime DTPickerStop;
-    bool obEndingDate = false; // otherwise obEndingTime
-    QString tbSendTimes;
-};
-
-// A message box the dialog shows, in the order the rules raise them.
+// A message box the dialog shows, in the order the rules raise them. All have an OK button.
 struct Message
 {
     QString title;
     QString text;
-    enum class Icon { Information, Error } icon = Icon::Information;
+    enum class Icon { Information, Critical } icon = Icon::Information;
 };
 
 struct Result
 {
     CCronjob job;
-    bool success = true; // false: the dialog stays open
+    // False: the dialog stays open with what the user entered, and the record stays half filled.
+    bool success = true;
     QList<Message> messages;
-    QDateTime DTPickerStart; // the start value with the chosen time, as the dialog keeps it
-    QString tbSendTimes; // after checkSendTimes
+    // A box whose text has to be a number at this point and isn't ("cmbTimeHour",
+    // "cmbTimeMinutes", "cmbMonthDayDate", "cmbYearlyWDayMulti"). The rules stop right there, as
+    // if the press had been broken off: success is false, and nothing after it is filled in.
+    QString invalidControl;
+    // The start value with the chosen time of day and 0 seconds, as the dialog keeps it.
+    QDateTime DTPickerStart;
+    // The box after checkSendTimes, which runs for the daily pattern only.
+    QString tbSendTimes;
 };
 
+// The press of cbSend.
 Result generate(const ScheduleChoices& choices);
 
 // Days of a month; 0 for a month or year that makes no date.
@@ -60,12 +43,18 @@ int DayOfMonthCount(int month, int year);
 QString monthNumberFromName(const QString& name);
 // "Sonntag" gives "0" to "Samstag" "6"; anything else an empty text.
 QString weekdayNumberFromName(const QString& name);
-// "1" gives "1-7" up to "5" "29-31"; anything else an empty text.
+// "1" gives "1-7" up to "5" "29-31", by exact text; anything else ("", "01") an empty text.
 QString weekRange(const QString& n);
-// A numeric text below 1 becomes "1", one of 1 or more stays, anything else becomes empty.
+// A numeric text below 1 becomes "1", one of 1 or more stays as it is, anything else becomes empty.
 QString checkSendTimes(const QString& tbSendTimes);
 
-// The "Vorsicht" warning for a day of the month, if any ("29", "30" and "31").
-QString monthDayWarning(const QString& day, bool* ok = nullptr);
+// The "Vorsicht" warnings for a day of the month: "29" and "30" ask for months of at least that
+// many days, "31" for months of 31 days; other days give none. The day's value is a strict
+// conversion: *ok is false (and no warning given) for a text that isn't a number.
+QList<Message> monthDayWarning(const QString& cmbMonthDayDate, bool* ok = nullptr);
+
+// The strict conversion of a box's text to a whole number, rounded half to even; false for a text
+// that isn't a number or doesn't fit in 16 bits.
+bool strictInt(const QString& text, int* value);
 
 } // namespace CronRules

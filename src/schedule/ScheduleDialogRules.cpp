@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ScheduleDialogRules.h"
 
-#include "CronRules.h"
 #include "settings/tools.h"
 
 namespace ScheduleDialogRules {
@@ -11,6 +10,14 @@ QString twoDigits(int value)
     return QStringLiteral("%1").arg(value, 2, 10, QLatin1Char('0'));
 }
 
+QStringList numbered(int first, int last, int step, bool leadingZero)
+{
+    QStringList items;
+    for (int i = first; i <= last; i += step)
+        items.append(leadingZero ? twoDigits(i) : QString::number(i));
+    return items;
+}
+
 bool numeric(const QString& text, double* value)
 {
     bool ok = false;
@@ -18,6 +25,41 @@ bool numeric(const QString& text, double* value)
     return ok;
 }
 } // namespace
+
+QStringList hourItems()
+{
+    return numbered(0, 23, 1, true);
+}
+
+QStringList minuteItems()
+{
+    return numbered(0, 55, 5, true);
+}
+
+QStringList weekNumberItems()
+{
+    return numbered(1, 5, 1, false);
+}
+
+QStringList monthDayItems()
+{
+    return numbered(1, 31, 1, true);
+}
+
+QStringList weekdayItems()
+{
+    return { QStringLiteral("Montag"),     QStringLiteral("Dienstag"), QStringLiteral("Mittwoch"),
+             QStringLiteral("Donnerstag"), QStringLiteral("Freitag"),  QStringLiteral("Samstag"),
+             QStringLiteral("Sonntag") };
+}
+
+QStringList monthItems()
+{
+    return { QStringLiteral("Januar"),  QStringLiteral("Februar"),  QStringLiteral("März"),
+             QStringLiteral("April"),   QStringLiteral("Mai"),      QStringLiteral("Juni"),
+             QStringLiteral("Juli"),    QStringLiteral("August"),   QStringLiteral("September"),
+             QStringLiteral("Oktober"), QStringLiteral("November"), QStringLiteral("Dezember") };
+}
 
 Proposal proposeStartTime(const QDateTime& now)
 {
@@ -30,7 +72,6 @@ Proposal proposeStartTime(const QDateTime& now)
     } else {
         minute += 5;
     }
-    // Past the last hour of the list the proposal moves to the next day.
     if (hour > 23) {
         hour = 0;
         day = day.addDays(1);
@@ -48,10 +89,20 @@ QString weekOfMonthToday(int day)
     return QString::number((day - day % 7) / 7 + (day % 7 != 0 ? 1 : 0));
 }
 
+TodayDefaults todayDefaults(const QDate& today)
+{
+    TodayDefaults d;
+    d.cmbMonthDayDate = d.cmbYearlyDayDate = QString::number(today.day());
+    d.cmbMonthWDayMulti = d.cmbYearlyWDayMulti = weekOfMonthToday(today.day());
+    d.cmbMonthWDAy = d.cmbYearlyWDay = weekdayItems().value(today.dayOfWeek() - 1);
+    d.cmbYearlyMonthDate = d.cmbYearlyWDayMonth = monthItems().value(today.month() - 1);
+    return d;
+}
+
 RestoredStart restoreStartTime(const QString& startTime)
 {
     RestoredStart r;
-    const QDateTime parsed = QDateTime::fromString(startTime.trimmed().left(16), QStringLiteral("yyyy-MM-dd hh:mm"));
+    const QDateTime parsed = QDateTime::fromString(startTime.left(16), QStringLiteral("yyyy-MM-dd hh:mm"));
     if (!parsed.isValid())
         return r;
     r.ok = true;
@@ -71,10 +122,12 @@ YearlyDayList refreshYearlyDayList(const QString& cmbYearlyMonthDate, const QStr
     const int month = CronRules::monthNumberFromName(cmbYearlyMonthDate).toInt();
     const int year = now.date().year();
     const int c = CronRules::DayOfMonthCount(month, year);
+    // The chosen day this year, cut to the month's length. A day box that holds no day makes no
+    // date, and the list is then for the current year.
     const int E = dNumeric && c < d ? c : int(d);
-    list.targetYear = year;
-    const QDate dateThisYear(year, month, qMax(1, E));
+    const QDate dateThisYear(year, month, E);
     const QTime sendTime(cmbTimeHour.toInt(), cmbTimeMinutes.toInt());
+    list.targetYear = year;
     if (dateThisYear.isValid() && now.date() >= dateThisYear && now.time() > sendTime)
         list.targetYear = year + 1;
     const int c2 = CronRules::DayOfMonthCount(month, list.targetYear);
@@ -86,41 +139,68 @@ YearlyDayList refreshYearlyDayList(const QString& cmbYearlyMonthDate, const QStr
     return list;
 }
 
-QString checkOnChange(Box box, const QString& text, int listCount)
+QString checkOnChange(Box box, const QString& text, int yearlyDayCount)
 {
+    if (box == Box::tbSendTimes)
+        return CronRules::checkSendTimes(text);
     double v = 0;
     if (!numeric(text, &v))
         return {};
     switch (box) {
-    case Box::TimeHour:
-        // "23" does not pass here; only the list can give it.
+    case Box::cmbTimeHour:
         return v > -1 && v < 23 ? text : QString();
-    case Box::TimeMinutes:
+    case Box::cmbTimeMinutes:
         return v > -1 && v < 56 ? text : QString();
-    case Box::WeekNumber:
+    case Box::cmbMonthWDayMulti:
+    case Box::cmbYearlyWDayMulti:
         return v > 0 && v < 6 ? text : QString();
-    case Box::YearlyDay:
-        return listCount == 0 || (v > 0 && v < listCount + 1) ? text : QString();
+    case Box::cmbYearlyDayDate:
+        return yearlyDayCount == 0 || (v > 0 && v < yearlyDayCount + 1) ? text : QString();
+    case Box::tbSendTimes:
+        break;
     }
-    return {};
+    return text;
 }
 
-QString timeOnLeave(const QString& text)
+QString timeOnLeave(const QString& text, bool* ok)
 {
-    double v = 0;
-    if (text.size() == 1 && numeric(text, &v) && v < 10)
+    int v = 0;
+    const bool isNumber = CronRules::strictInt(text, &v);
+    if (ok)
+        *ok = isNumber;
+    if (isNumber && text.size() == 1 && v < 10)
         return u'0' + text;
     return text;
 }
 
-QString yearlyDayOnLeave(const QString& text, const QDate& today)
+QString yearlyDayOnLeave(const QString& cmbYearlyDayDate, const QDate& today)
 {
-    if (text.isEmpty())
+    if (cmbYearlyDayDate.isEmpty())
         return QString::number(today.day());
     double v = 0;
-    if (numeric(text, &v) && v < 10)
-        return u'0' + text;
-    return text;
+    if (numeric(cmbYearlyDayDate, &v) && v < 10)
+        return u'0' + cmbYearlyDayDate;
+    return cmbYearlyDayDate;
+}
+
+QList<CronRules::Message> monthDayOnLeave(const QString& cmbMonthDayDate, bool* ok)
+{
+    return CronRules::monthDayWarning(cmbMonthDayDate, ok);
+}
+
+QString sendTimesOnLeave(const QString& tbSendTimes)
+{
+    return tbSendTimes.isEmpty() ? QStringLiteral("1") : tbSendTimes;
+}
+
+QDateTime startPickerChanged(const QDateTime& DTPickerStart, const QDateTime& now)
+{
+    return QDateTime(DTPickerStart.date(), QTime(0, 0)) < now ? now : DTPickerStart;
+}
+
+QDateTime stopPickerChanged(const QDateTime& DTPickerStop, const QDateTime& DTPickerStart)
+{
+    return DTPickerStop.date() < DTPickerStart.date() ? DTPickerStart : DTPickerStop;
 }
 
 } // namespace ScheduleDialogRules
