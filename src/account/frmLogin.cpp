@@ -2,6 +2,7 @@
 #include "frmLogin.h"
 
 #include "settings/cOptionen.h"
+#include "toolkit/FieldColors.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -21,7 +22,7 @@ frmLogin::frmLogin(const QString& email, QWidget* parent)
     txtEmail->setObjectName(QStringLiteral("txtEmail"));
     txtEmail->setReadOnly(true);
     txtPassword->setObjectName(QStringLiteral("txtPassword"));
-    txtPassword->setEchoMode(QLineEdit::Password);
+    FieldColors::showAsStars(txtPassword);
 
     auto* lblEmail = new QLabel(QStringLiteral("&eMail:"), this);
     lblEmail->setBuddy(txtEmail);

@@ -60,6 +60,8 @@ public:
 
     // The click on tbSend: check, password, balance test, used number, send.
     void tbSend_Click();
+    // The click on tbTerminversand: the scheduling dialog, then the send with its schedule.
+    void tbTerminversand_Click();
     // The balance query; blocks until the service answered.
     void refreshCredits();
     // The version check of the start.

@@ -13,7 +13,9 @@ namespace mStarter {
 void Main()
 {
     setProductName(readProductName());
-    QGuiApplication::setApplicationDisplayName(ProductName());
+    // The program presents itself under its product name. The settings keep their place, as the
+    // store names it itself. No display name is set: it would be appended to every window title.
+    QCoreApplication::setApplicationName(ProductName());
 
     frmSplash splash;
     splash.show();

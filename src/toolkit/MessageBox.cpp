@@ -47,9 +47,9 @@ QMessageBox::Icon standardIcon(Icon icon)
 
 Answer show(QWidget* parent, const QString& text, Buttons buttons, Icon icon, const QString& title)
 {
-    const QString shownTitle = title.isEmpty() ? QApplication::applicationDisplayName() : title;
+    const QString shownTitle = title.isEmpty() ? QCoreApplication::applicationName() : title;
     if (handler())
-        return handler()(Box{shownTitle, text, icon, buttons});
+        return handler()(Box { shownTitle, text, icon, buttons });
 
     QMessageBox box(standardIcon(icon), shownTitle, text, standardButtons(buttons), parent);
     box.setTextFormat(Qt::PlainText);

@@ -26,7 +26,7 @@ struct Box
 using Handler = std::function<Answer(const Box&)>;
 
 // Shows the box modally and returns the button the user chose. An empty title shows the
-// application's display name. Closing the box by its frame counts as Cancel, or as No where
+// application's name. Closing the box by its frame counts as Cancel, or as No where
 // there is no Cancel button, or as Ok for a box with Ok alone.
 Answer show(QWidget* parent, const QString& text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None,
             const QString& title = QString());

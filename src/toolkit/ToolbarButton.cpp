@@ -74,9 +74,9 @@ QIcon ToolbarButton::currentPicture() const
 {
     if (!isEnabled())
         return m_pictureDisabled.isNull() ? m_picture : m_pictureDisabled;
-    // Under the mouse the hover picture shows; without one the normal picture stays.
+    // Under the mouse the hover picture shows; a button without one shows an empty picture box.
     if (m_hot || isDown())
-        return m_pictureHover.isNull() ? m_picture : m_pictureHover;
+        return m_pictureHover;
     return m_picture;
 }
 
