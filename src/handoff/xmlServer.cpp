@@ -2,6 +2,7 @@
 #include "xmlServer.h"
 
 #include "CMD5.h"
+#include "toolkit/Codepage.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,6 +11,8 @@
 
 namespace xmlServer {
 namespace {
+// The files are Windows-1252, which is ISO-8859-1 wherever that has the character and holds the
+// typographic quotes, dashes and the euro sign beside; the server expects this declaration.
 const QString Declaration = QStringLiteral("<?xml version=\"1.0\" encoding=\"ISO-8859-1\" standalone=\"yes\" ?>");
 
 QString element(const QString& tag, const QString& value, int indent = 1)
@@ -21,16 +24,6 @@ QString application(const QString& name, const QString& version)
 {
     return QStringLiteral("\t<application>\n") + element(QStringLiteral("name"), name, 2)
         + element(QStringLiteral("version"), version, 2) + QStringLiteral("\t</application>\n");
-}
-
-// ISO-8859-1 bytes; a character beyond it becomes "?".
-QByteArray latin1(const QString& text)
-{
-    QByteArray bytes;
-    bytes.reserve(text.size());
-    for (const QChar c : text)
-        bytes += c.unicode() <= 0xFF ? char(c.unicode()) : '?';
-    return bytes;
 }
 
 QString euroToE(QString text)
@@ -99,7 +92,7 @@ QByteArray singleAccountDocument(const QString& login, const QString& password, 
         + element(QStringLiteral("password"), password) + element(QStringLiteral("user"), user)
         + element(QStringLiteral("to"), recipient(to)) + element(QStringLiteral("from"), from)
         + element(QStringLiteral("text"), escapeText(text)) + application(name, version) + QStringLiteral("</SMS>\n");
-    return latin1(doc);
+    return Codepage::toWindows1252(doc);
 }
 
 QByteArray groupDocument(const QString& group, const QString& user, const QString& to, const QString& from,
@@ -112,7 +105,7 @@ QByteArray groupDocument(const QString& group, const QString& user, const QStrin
         + element(QStringLiteral("user"), user) + element(QStringLiteral("to"), number)
         + element(QStringLiteral("from"), from) + element(QStringLiteral("text"), escapeText(text))
         + application(name, version) + element(QStringLiteral("hash"), hash) + QStringLiteral("</SMS>\n");
-    return latin1(doc);
+    return Codepage::toWindows1252(doc);
 }
 
 WriteResult writeSingleAccountJob(const QString& login, const QString& password, const QString& user, const QString& to,

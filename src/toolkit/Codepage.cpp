@@ -36,4 +36,32 @@ QString fromWindows1252(const QByteArray& bytes)
     return decoder.decode(bytes);
 }
 
+QUrl toUrl(const QString& url)
+{
+    const auto isHex = [&url](qsizetype i) {
+        if (i >= url.size())
+            return false;
+        const char16_t c = url.at(i).unicode();
+        return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'F') || (c >= u'a' && c <= u'f');
+    };
+    QByteArray encoded;
+    encoded.reserve(url.size());
+    for (qsizetype i = 0; i < url.size(); ++i) {
+        const char16_t c = url.at(i).unicode();
+        if (c == u'%' && !(isHex(i + 1) && isHex(i + 2))) {
+            // QUrl would otherwise take the whole address for unescaped and escape every "%",
+            // the ones written here among them.
+            encoded += "%25";
+        } else if (c < 0x80) {
+            encoded += char(c);
+        } else {
+            // A surrogate pair is one character, and one "?" if the code page lacks it.
+            const qsizetype length = url.at(i).isHighSurrogate() && i + 1 < url.size() ? 2 : 1;
+            encoded += toWindows1252(url.mid(i, length)).toPercentEncoding();
+            i += length - 1;
+        }
+    }
+    return QUrl::fromEncoded(encoded, QUrl::TolerantMode);
+}
+
 } // namespace Codepage

@@ -1,12 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The single-byte code page of request bodies and data files: Windows-1252. A character the
-// code page can't hold becomes "?".
+// The single-byte code page of requests (bodies and URLs) and data files: Windows-1252. A
+// character the code page can't hold becomes "?".
 #pragma once
 
 #include <QByteArray>
 #include <QString>
+#include <QUrl>
 
 namespace Codepage {
 QByteArray toWindows1252(const QString& text);
 QString fromWindows1252(const QByteArray& bytes);
+// An address as the program writes it, ready for the wire: every character beyond ASCII becomes
+// "%" and its Windows-1252 byte, as in the bodies. Escapes already in it stay as they are, a "%"
+// that starts none becomes "%25", and the rest is escaped as QUrl's tolerant parsing does (a
+// blank becomes "%20").
+QUrl toUrl(const QString& url);
 } // namespace Codepage

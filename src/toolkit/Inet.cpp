@@ -76,7 +76,7 @@ void Inet::setProxy(const QString& proxy)
 QNetworkReply* Inet::start(const QString& url, const QByteArray& operation, const QByteArray& body,
                            const QString& headers)
 {
-    QNetworkRequest request(QUrl::fromEncoded(url.toUtf8(), QUrl::TolerantMode));
+    QNetworkRequest request(Codepage::toUrl(url));
     request.setTransferTimeout(m_timeoutMs);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
     const QStringList lines = headers.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts);

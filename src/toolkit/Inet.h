@@ -2,8 +2,8 @@
 // An HTTP transfer object with the surface the program's windows use: a blocking fetch that
 // keeps the window from reacting (OpenURL), an asynchronous POST (Execute) whose answer is read
 // in chunks, and the states icError and icResponseCompleted. A request that gets no answer fails
-// after 60 seconds. Bodies go on the wire as Windows-1252; answers are decoded by the charset the
-// server names, Windows-1252 where it names none.
+// after 60 seconds. URLs and bodies go on the wire as Windows-1252; answers are decoded by the
+// charset the server names, Windows-1252 where it names none.
 #pragma once
 
 #include <QObject>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "WebView.h"
 
+#include "Codepage.h"
+
 #include <QPointer>
 #include <QVBoxLayout>
 #include <QWebEnginePage>
@@ -85,7 +87,7 @@ WebView::WebView(QWidget* parent)
 
 void WebView::navigate(const QString& url)
 {
-    m_view->setUrl(QUrl::fromEncoded(url.toUtf8(), QUrl::TolerantMode));
+    m_view->setUrl(Codepage::toUrl(url));
 }
 
 void WebView::setContextMenuEnabled(bool enabled)

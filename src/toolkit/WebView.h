@@ -18,6 +18,7 @@ public:
     // Registers the pseudo-schemes; must run before the QApplication is created.
     static void registerSchemes();
 
+    // url as the program writes it; characters beyond ASCII go out as their Windows-1252 bytes.
     void navigate(const QString& url);
     void setContextMenuEnabled(bool enabled);
     QString currentUrl() const;

@@ -5,6 +5,7 @@
 #include "settings/ProgramFolder.h"
 #include "toolkit/Inet.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -33,7 +34,12 @@ class TestAccountProtocol : public QObject
 private slots:
     void initTestCase()
     {
-        m_service = std::make_unique<ServiceProcess>();
+        QFile accounts(m_folder.filePath(QStringLiteral("accounts.json")));
+        QVERIFY(accounts.open(QIODevice::WriteOnly));
+        accounts.write(R"({"accounts": [{"email": "demo@quellbote.test", "password": "demo", "credits": 500},
+                                        {"email": "kaese@example.com", "password": "Käse 1€", "credits": 10}]})");
+        accounts.close();
+        m_service = std::make_unique<ServiceProcess>(QStringList { QStringLiteral("--accounts"), accounts.fileName() });
         QVERIFY(m_service->isRunning());
         ProgramFolder::setPathForTesting(m_folder.path());
         m_service->pointProgramAt(m_folder.path());
@@ -78,8 +84,15 @@ private slots:
         Inet iNet;
         QCOMPARE(checkAccount(iNet, QStringLiteral("demo@quellbote.test"), QStringLiteral("demo")), Answer::Accepted);
         QCOMPARE(checkAccount(iNet, QStringLiteral("demo@quellbote.test"), QStringLiteral("x")), Answer::Refused);
+        // The raw password goes out in the code page of the bodies, and so the service reads it.
+        QCOMPARE(checkAccount(iNet, QStringLiteral("kaese@example.com"), QStringLiteral("Käse 1€")), Answer::Accepted);
+        QCOMPARE(
+            m_service->requests(QStringLiteral("/sms/checkUser.php")).last().value(QStringLiteral("query")).toString(),
+            QStringLiteral("email=kaese@example.com&password=K%E4se%201%80"));
         QCOMPARE(createAccount(iNet, eva()), Answer::Accepted);
-        QCOMPARE(createAccount(iNet, eva()), Answer::Refused);
+        NewAccount known = eva();
+        known.txtEmail = QStringLiteral("demo@quellbote.test");
+        QCOMPARE(createAccount(iNet, known), Answer::Refused);
         const auto created = m_service->requests(QStringLiteral("/sms/createUser.php"));
         QVERIFY(
             created.first().value(QStringLiteral("query")).toString().contains(QStringLiteral("firma=M%FCller%20%26")));

@@ -133,7 +133,7 @@ private slots:
                                        QStringLiteral("schluessel"), target.path())
             : xmlServer::writeSingleAccountJob(QStringLiteral("demo@quellbote.test"), QStringLiteral("geheim"),
                                                QStringLiteral("U&1"), QStringLiteral("0049170123"),
-                                               QStringLiteral("A&B"), QStringLiteral("A&B<C>D ü 10 €"),
+                                               QStringLiteral("A&B „x“ – …"), QStringLiteral("A&B<C>D ü 10 €"),
                                                QStringLiteral("Quellbote"), QStringLiteral("2.4.92"), target.path());
         QVERIFY2(result.ok, qPrintable(result.error));
         const QStringList files = filesIn(target.path());

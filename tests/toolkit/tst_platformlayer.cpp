@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MessageBoxScript.h"
+#include "toolkit/Codepage.h"
 #include "toolkit/MessageBox.h"
 #include "toolkit/OpenInBrowser.h"
 #include "toolkit/Twips.h"
@@ -105,11 +106,34 @@ private slots:
 
     void emptyTitleShowsTheApplicationName()
     {
-        QGuiApplication::setApplicationDisplayName(QStringLiteral("Testbote"));
+        QCoreApplication::setApplicationName(QStringLiteral("Testbote"));
         MessageBoxScript script;
         script.answer(MessageBox::Answer::Ok);
         MessageBox::show(nullptr, QStringLiteral("x"));
         QCOMPARE(script.last().title, QStringLiteral("Testbote"));
+    }
+
+    // Addresses go on the wire in the code page of the bodies, whatever the program wrote into them.
+    void urlBytes_data()
+    {
+        QTest::addColumn<QString>("url");
+        QTest::addColumn<QByteArray>("encoded");
+        QTest::newRow("umlaut and euro sign as their Windows-1252 bytes")
+            << QStringLiteral("http://h/c?email=a@b&password=Bär€")
+            << QByteArray("http://h/c?email=a@b&password=B%E4r%80");
+        QTest::newRow("escapes stay, a blank becomes %20, a plus stays")
+            << QStringLiteral("http://h/p?n=M%FCller&p=a b+c") << QByteArray("http://h/p?n=M%FCller&p=a%20b+c");
+        QTest::newRow("a lone percent sign leaves the other escapes alone")
+            << QStringLiteral("http://h/p?a=100%&b=%20ä") << QByteArray("http://h/p?a=100%25&b=%20%E4");
+        QTest::newRow("characters beyond the code page, one of them a surrogate pair")
+            << QStringLiteral("http://h/p?x=Ω😀y") << QByteArray("http://h/p?x=%3F%3Fy");
+    }
+
+    void urlBytes()
+    {
+        QFETCH(QString, url);
+        QFETCH(QByteArray, encoded);
+        QCOMPARE(Codepage::toUrl(url).toEncoded(), encoded);
     }
 
     void openInBrowser()
