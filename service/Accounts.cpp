@@ -21,6 +21,9 @@ Accounts Accounts::demo()
         { QStringLiteral("Jean Dupont"), QStringLiteral("0033612345678") },
         { QStringLiteral("Lisa Schmidt"), QStringLiteral("0049176/1234567") },
         { QStringLiteral("Büro"), QStringLiteral("004915201234567") },
+        { QStringLiteral("Sepp Gruber"), QStringLiteral("0043/664/1234567") },
+        // No number: its link has no "@".
+        { QStringLiteral("Kaputter Eintrag"), QString() },
     };
     demo.groups = {
         { QStringLiteral("Vertrieb"),
@@ -31,6 +34,16 @@ Accounts Accounts::demo()
         { QStringLiteral("Fußballverein"),
           QStringLiteral("fussball.txt"),
           { QStringLiteral("Tom;01701112223;Stürmer;Sonntag;"), QStringLiteral("Jens;01512223334;Tor;Sonntag;") } },
+        { QStringLiteral("Familie Jäger"),
+          QStringLiteral("jaeger.txt"),
+          { QStringLiteral("Jürgen Jäger;00491711234567;Großvater;„Opa“;"),
+            QStringLiteral("Zoë Weiß;00436641234567;Enkelin;Grüße – Zoë;") } },
+        // The second line breaks the file grammar (four characters or more, no ";").
+        { QStringLiteral("Kaputte Liste"),
+          QStringLiteral("kaputt.txt"),
+          { QStringLiteral("Anna;00491711234567;eins;zwei;"), QStringLiteral("kaputt"),
+            QStringLiteral("Max;00491761234567;drei;vier;") } },
+        { QStringLiteral("Verschwundene Gruppe"), QStringLiteral("fehlt.txt"), {}, true },
     };
     accounts.add(demo);
     return accounts;
@@ -60,7 +73,7 @@ bool Accounts::fromJsonFile(const QString& path, Accounts* accounts, QString* er
         for (const QJsonValue& e : o.value(u"phonebook").toArray())
             account.phonebook.append({ e[u"name"].toString(), e[u"number"].toString() });
         for (const QJsonValue& g : o.value(u"groups").toArray()) {
-            WebGroup group { g[u"name"].toString(), g[u"file"].toString(), {} };
+            WebGroup group { g[u"name"].toString(), g[u"file"].toString(), {}, g[u"missing"].toBool() };
             for (const QJsonValue& line : g[u"lines"].toArray())
                 group.lines.append(line.toString());
             account.groups.append(group);

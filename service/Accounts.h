@@ -17,6 +17,7 @@ struct WebGroup
     QString name;
     QString file; // the data file's name below the groups' folder
     QStringList lines; // lines of "Name;Nummer;Freitext1;Freitext2;"
+    bool missing = false; // listed on the page, but its data file answers 404
 };
 
 struct ScheduledJob
@@ -33,6 +34,9 @@ struct Account
 {
     QString email;
     QString password;
+    // False for an application whose mailed password hasn't been checked yet; such an address
+    // may apply again.
+    bool confirmed = true;
     qint64 credits = 0;
     QString name;
     QList<PhonebookEntry> phonebook;

@@ -44,8 +44,10 @@ QString phonebook(const Account& account)
 {
     QString rows;
     for (const PhonebookEntry& e : account.phonebook) {
-        const QString link
-            = QStringLiteral("telefon://") + QString(e.name).replace(u' ', QStringLiteral("%20")) + u'@' + e.number;
+        // An entry without a number gets a link without "@", which the client can't take over.
+        QString link = QStringLiteral("telefon://") + QString(e.name).replace(u' ', QStringLiteral("%20"));
+        if (!e.number.isEmpty())
+            link += u'@' + e.number;
         rows += QStringLiteral("<tr><td><a href=\"") + escaped(link) + QStringLiteral("\">") + escaped(e.name)
             + QStringLiteral("</a></td><td>") + escaped(e.number) + QStringLiteral("</td></tr>");
     }
@@ -57,16 +59,31 @@ QString phonebook(const Account& account)
 
 QString groups(const Account& account)
 {
+    const auto link = [](const QString& href, const QString& text) -> QString {
+        return QStringLiteral("<a href=\"") + escaped(href) + QStringLiteral("\">") + escaped(text)
+            + QStringLiteral("</a>");
+    };
     QString rows;
     for (const WebGroup& g : account.groups) {
-        rows += QStringLiteral("<tr><td><a href=\"http://gruppe//") + escaped(g.file) + QStringLiteral("\">")
-            + escaped(g.name) + QStringLiteral("</a></td><td>") + QString::number(g.lines.size())
-            + QStringLiteral("</td></tr>");
+        rows += QStringLiteral("<tr><td>") + link(QStringLiteral("http://gruppe//") + g.file, g.name)
+            + QStringLiteral("</td><td>") + QString::number(g.lines.size()) + QStringLiteral("</td></tr>");
+    }
+    // The other forms of the address that the client traps; only "http://gruppe//" leads to the
+    // data.
+    QString others;
+    if (!account.groups.isEmpty()) {
+        const WebGroup& first = account.groups.first();
+        others = QStringLiteral("<p>Andere Linkformen: ")
+            + link(QStringLiteral("gruppe://") + first.file, first.name + QStringLiteral(" (gruppe://)"))
+            + QStringLiteral(", ")
+            + link(QStringLiteral("http://gruppe://") + first.file, first.name + QStringLiteral(" (http://gruppe://)"))
+            + QStringLiteral("</p>");
     }
     return page(QStringLiteral("Gruppen"),
                 QStringLiteral("<p>Wählen Sie eine Gruppe für den Massenversand.</p>"
                                "<table><tr><th>Gruppe</th><th>Einträge</th></tr>")
-                    + rows + QStringLiteral("</table><a class=\"close\" href=\"close://\">Abbrechen</a>"));
+                    + rows + QStringLiteral("</table>") + others
+                    + QStringLiteral("<a class=\"close\" href=\"close://\">Abbrechen</a>"));
 }
 
 QString shop(const Account& account, const QString& query, const QString& notice, const QString& backcolor)

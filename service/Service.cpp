@@ -112,8 +112,11 @@ QMap<QString, QString> parseForm(const QByteArray& encoded)
         const qsizetype eq = pair.indexOf('=');
         const QByteArray key = eq < 0 ? pair : pair.left(eq);
         const QByteArray value = eq < 0 ? QByteArray() : pair.mid(eq + 1);
-        fields.insert(fromCp1252(QByteArray::fromPercentEncoding(key)),
-                      fromCp1252(QByteArray::fromPercentEncoding(value)));
+        // As a form decoder does: "+" is a blank, "%2B" a plus.
+        const auto decoded = [](QByteArray part) {
+            return fromCp1252(QByteArray::fromPercentEncoding(part.replace('+', ' ')));
+        };
+        fields.insert(decoded(key), decoded(value));
     }
     return fields;
 }
@@ -153,12 +156,20 @@ bool Service::handleRequest(const QHttpServerRequest& request, QTcpSocket* socke
     const QString method
         = request.method() == QHttpServerRequest::Method::Post ? QStringLiteral("POST") : QStringLiteral("GET");
 
-    if (path == u"/__control/fault") {
-        Answer answer = request.remoteAddress().isLoopback()
-            ? (setFault(query.value(QStringLiteral("path")), query.value(QStringLiteral("mode")))
-                   ? text(QStringLiteral("ok"))
-                   : text(QStringLiteral("unknown mode"), 400))
-            : text(QStringLiteral("forbidden"), 403);
+    if (path.startsWith(u"/__control/")) {
+        Answer answer;
+        if (!request.remoteAddress().isLoopback()) {
+            answer = text(QStringLiteral("forbidden"), 403);
+        } else if (path == u"/__control/fault") {
+            answer = setFault(query.value(QStringLiteral("path")), query.value(QStringLiteral("mode")))
+                ? text(QStringLiteral("ok"))
+                : text(QStringLiteral("unknown mode"), 400);
+        } else if (path == u"/__control/info" && query.contains(QStringLiteral("answer"))) {
+            m_infoAnswer = query.value(QStringLiteral("answer"));
+            answer = text(QStringLiteral("ok"));
+        } else {
+            answer = text(QStringLiteral("unknown control"), 400);
+        }
         journal(request, answer.status, answer.body);
         writeAnswer(socket, answer);
         return true;
@@ -218,8 +229,12 @@ Answer Service::route(const QString& method, const QString& path, const QMap<QSt
         return text(m_versionAnswer);
     if (path == u"/update/infoVersion")
         return text(m_infoAnswer);
-    if (path == u"/sms/checkUser.php")
-        return text(m_accounts.login(q(u"email"), q(u"password")) ? QStringLiteral("0") : QStringLiteral("1"));
+    if (path == u"/sms/checkUser.php") {
+        Account* account = m_accounts.login(q(u"email"), q(u"password"));
+        if (account)
+            account->confirmed = true; // the mailed password has arrived
+        return text(account ? QStringLiteral("0") : QStringLiteral("1"));
+    }
     if (path == u"/sms/createUser.php")
         return createUser(query);
     if (path == u"/sms_agb/sms_agb.htm")
@@ -232,7 +247,7 @@ Answer Service::route(const QString& method, const QString& path, const QMap<QSt
         return html(Pages::home());
     if (path.startsWith(u"/sms/gruppenv2/") && path != u"/sms/gruppenv2/gruppenv2.php") {
         const WebGroup* group = m_accounts.groupByFile(path.mid(15));
-        if (!group)
+        if (!group || group->missing)
             return html(Pages::notFound(path), 404);
         return text(group->lines.join(u'\n') + u'\n');
     }
@@ -320,23 +335,29 @@ Answer Service::createUser(const QMap<QString, QString>& query)
             return text(QStringLiteral("1"));
     }
     const QString email = query.value(QStringLiteral("email"));
-    if (m_accounts.find(email))
+    Account* account = m_accounts.find(email);
+    // An address that applied before but never checked its mailed password may apply again and
+    // gets a new password; a confirmed account is taken.
+    if (account && account->confirmed)
         return text(QStringLiteral("1"));
-    Account account;
-    account.email = email;
-    account.password = generatedPassword();
-    account.credits = 50;
-    account.name = query.value(QStringLiteral("vorname")) + u' ' + query.value(QStringLiteral("name"));
-    m_accounts.add(account);
+    if (!account) {
+        Account created;
+        created.email = email;
+        created.credits = 50;
+        created.confirmed = false;
+        account = &m_accounts.add(created);
+    }
+    account->password = generatedPassword();
+    account->name = query.value(QStringLiteral("vorname")) + u' ' + query.value(QStringLiteral("name"));
     // The "mail" with the password: on stdout and in the journal.
     const QString mail
-        = QStringLiteral("mail to ") + email + QStringLiteral(": Ihr Kennwort lautet ") + account.password;
+        = QStringLiteral("mail to ") + email + QStringLiteral(": Ihr Kennwort lautet ") + account->password;
     std::fprintf(stdout, "%s\n", mail.toUtf8().constData());
     std::fflush(stdout);
     if (m_journal) {
         QJsonObject entry { { QStringLiteral("time"), QDateTime::currentDateTime().toString(Qt::ISODate) },
                             { QStringLiteral("mail"), email },
-                            { QStringLiteral("password"), account.password } };
+                            { QStringLiteral("password"), account->password } };
         m_journal->write(QJsonDocument(entry).toJson(QJsonDocument::Compact) + '\n');
         m_journal->flush();
     }

@@ -49,6 +49,6 @@ private:
     QHash<QString, QString> m_faults;
 };
 
-// key=value pairs of a form body or query, each value percent-decoded to bytes and read as
-// Windows-1252. "+" stays "+".
+// key=value pairs of a form body or query, decoded as a form decoder does: "+" is a blank, "%XX"
+// a byte, and the bytes are read as Windows-1252.
 QMap<QString, QString> parseForm(const QByteArray& encoded);

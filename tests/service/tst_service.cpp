@@ -3,9 +3,12 @@
 
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QFile>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QRegularExpression>
 #include <QStringDecoder>
+#include <QTemporaryDir>
 #include <QTest>
 
 class TestService : public QObject
@@ -146,24 +149,66 @@ private slots:
                                  QStringLiteral("--info-answer"), QStringLiteral("7") });
         QCOMPARE(fetch(service.baseUrl() + QStringLiteral("/update/version")).text, QStringLiteral("2.5.0"));
         QCOMPARE(fetch(service.baseUrl() + QStringLiteral("/update/infoVersion")).text, QStringLiteral("7"));
+        // A new news number while the service runs.
+        QCOMPARE(fetch(service.baseUrl() + QStringLiteral("/__control/info?answer=8")).text, QStringLiteral("ok"));
+        QCOMPARE(fetch(service.baseUrl() + QStringLiteral("/update/infoVersion")).text, QStringLiteral("8"));
     }
 
-    void scheduledJobIsStoredListedAndDeleted()
+    void scheduledJobIsStoredAndListed()
     {
         ServiceProcess service;
-        const QByteArray body = sendBody("demo", "00491711234567", "Termin")
+        // The body is read as a form: "+" is a blank, "%2B" a plus.
+        const QByteArray body = sendBody("demo", "00491711234567", "Termin+1%2B1")
             + "&term=2009-07-15%2009:05:00&cronjobstring=05%2009%20*%20*%20*&enddate=3";
         const Reply created = fetch(service.baseUrl() + QStringLiteral("/cronjob/send_repeat.php"), body, true);
         QVERIFY2(created.text.contains(QStringLiteral("wurde angelegt.")), qPrintable(created.text));
-        const QString list = service.baseUrl()
-            + QStringLiteral("/terminversand/deleteSMS.php?email=demo@quellbote.test&kennwort=demo&backcolor=F0F0F0");
-        const Reply jobs = fetch(list);
+        const Reply jobs = fetch(
+            service.baseUrl()
+            + QStringLiteral("/terminversand/deleteSMS.php?email=demo@quellbote.test&kennwort=demo&backcolor=F0F0F0"));
         QVERIFY(jobs.text.contains(QStringLiteral("05 09 * * *")));
+        QVERIFY(jobs.text.contains(QStringLiteral("Termin 1+1")));
         QVERIFY(jobs.text.contains(QStringLiteral("background:#F0F0F0")));
-        QVERIFY(jobs.text.contains(QStringLiteral("delete=1")));
-        const Reply deleted = fetch(list + QStringLiteral("&delete=1"));
-        QVERIFY(deleted.text.contains(QStringLiteral("Der Auftrag wurde gelöscht.")));
-        QVERIFY(!deleted.text.contains(QStringLiteral("05 09 * * *")));
+    }
+
+    // The shop's and the job list's own links, followed as a browser does, keep the account, whose
+    // password came percent-encoded in Windows-1252.
+    void pageLinksKeepTheAccount_data()
+    {
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<QString>("action");
+        QTest::addColumn<QString>("outcome");
+        QTest::newRow("shop") << "/sms/buyCredits.php?email=k@example.com&passwort=K%E4se%2B1&backcolor=FFFFFF"
+                              << "paket=100"
+                              << "Ihr Guthaben: <b>110 Credits</b>";
+        QTest::newRow("job list") << "/terminversand/deleteSMS.php?email=k@example.com&kennwort=K%E4se%2B1"
+                                  << "delete=1"
+                                  << "Der Auftrag wurde gelöscht.";
+    }
+
+    void pageLinksKeepTheAccount()
+    {
+        QFETCH(QString, page);
+        QFETCH(QString, action);
+        QFETCH(QString, outcome);
+        QTemporaryDir dir;
+        QFile accounts(dir.filePath(QStringLiteral("accounts.json")));
+        QVERIFY(accounts.open(QIODevice::WriteOnly));
+        accounts.write(R"({"accounts": [{"email": "k@example.com", "password": "Käse+1", "credits": 10}]})");
+        accounts.close();
+        ServiceProcess service({ QStringLiteral("--accounts"), accounts.fileName() });
+        QVERIFY(fetch(service.baseUrl() + QStringLiteral("/cronjob/send_repeat.php"),
+                      "email=k@example.com&kennwort=K%E4se%2B1&empfaenger=00491711234567&text=x"
+                      "&term=2009-07-15%2009:05:00&cronjobstring=&enddate=2",
+                      true)
+                    .text.contains(QStringLiteral("wurde angelegt.")));
+        const QString html = fetch(service.baseUrl() + page).text;
+        const QRegularExpression link(QStringLiteral("href=\"(/[^\"]*") + QRegularExpression::escape(action)
+                                      + QStringLiteral(")\""));
+        const QRegularExpressionMatch found = link.match(html);
+        QVERIFY2(found.hasMatch(), qPrintable(html));
+        const Reply followed
+            = fetch(service.baseUrl() + found.captured(1).replace(QStringLiteral("&amp;"), QStringLiteral("&")));
+        QVERIFY2(followed.text.contains(outcome), qPrintable(followed.text));
     }
 
     void emptyCronStringIsAccepted()
@@ -186,8 +231,20 @@ private slots:
             << "telefon://Lisa%20Schmidt@0049176/1234567";
         QTest::newRow("phonebook close") << "/telefonbuch/telefonbuch.php?email=demo@quellbote.test&passwort=demo"
                                          << "close://";
+        QTest::newRow("phonebook number with slashes")
+            << "/telefonbuch/telefonbuch.php?email=demo@quellbote.test&passwort=demo"
+            << "telefon://Sepp%20Gruber@0043/664/1234567";
+        QTest::newRow("phonebook link without @")
+            << "/telefonbuch/telefonbuch.php?email=demo@quellbote.test&passwort=demo"
+            << "\"telefon://Kaputter%20Eintrag\"";
         QTest::newRow("group link") << "/sms/gruppenv2/gruppenv2.php?email=demo@quellbote.test&passwort=demo"
                                     << "http://gruppe//vertrieb.txt";
+        QTest::newRow("group link without http")
+            << "/sms/gruppenv2/gruppenv2.php?email=demo@quellbote.test&passwort=demo"
+            << "\"gruppe://vertrieb.txt\"";
+        QTest::newRow("group link with http and colon")
+            << "/sms/gruppenv2/gruppenv2.php?email=demo@quellbote.test&passwort=demo"
+            << "\"http://gruppe://vertrieb.txt\"";
         QTest::newRow("shop close") << "/sms/buyCredits.php?email=demo@quellbote.test&passwort=demo&backcolor=FFFFFF"
                                     << "close://";
         QTest::newRow("news close") << "/news.htm"
@@ -210,20 +267,31 @@ private slots:
         QVERIFY2(page.text.contains(expected), qPrintable(page.text.left(400)));
     }
 
-    void groupDataUsesTheFileGrammar()
+    void groupData_data()
     {
-        ServiceProcess service;
-        const Reply data = fetch(service.baseUrl() + QStringLiteral("/sms/gruppenv2/fussball.txt"));
-        QCOMPARE(data.text, QStringLiteral("Tom;01701112223;Stürmer;Sonntag;\nJens;01512223334;Tor;Sonntag;\n"));
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("numbers without 00")
+            << "fussball.txt" << 200 << "Tom;01701112223;Stürmer;Sonntag;\nJens;01512223334;Tor;Sonntag;\n";
+        QTest::newRow("Windows-1252 beyond Latin-1")
+            << "jaeger.txt" << 200
+            << "Jürgen Jäger;00491711234567;Großvater;„Opa“;\nZoë Weiß;00436641234567;Enkelin;Grüße – Zoë;\n";
+        QTest::newRow("a line without ;")
+            << "kaputt.txt" << 200 << "Anna;00491711234567;eins;zwei;\nkaputt\nMax;00491761234567;drei;vier;\n";
+        QTest::newRow("listed, but its file is missing") << "fehlt.txt" << 404 << "";
     }
 
-    void shopAddsCredits()
+    void groupData()
     {
+        QFETCH(QString, file);
+        QFETCH(int, status);
+        QFETCH(QString, text);
         ServiceProcess service;
-        fetch(
-            service.baseUrl()
-            + QStringLiteral("/sms/buyCredits.php?email=demo@quellbote.test&passwort=demo&backcolor=FFFFFF&paket=100"));
-        QCOMPARE(balance(service), 600);
+        const Reply data = fetch(service.baseUrl() + QStringLiteral("/sms/gruppenv2/") + file);
+        QCOMPARE(data.status, status);
+        if (status == 200)
+            QCOMPARE(data.text, text);
     }
 
     void createdAccountLogsInWithTheMailedPassword()
@@ -232,29 +300,46 @@ private slots:
         const QString create = service.baseUrl()
             + QStringLiteral("/sms/createUser.php?name=M%FCller&vorname=Eva&firma=&email=eva@example.com&telefon=&fax="
                              "&strasse=Weg%201&plz=12345&ort=Berlin&land=&gutschein=&referer=Quellbote");
-        QCOMPARE(fetch(create).text, QStringLiteral("0"));
-        QCOMPARE(fetch(create).text, QStringLiteral("1")); // the address exists now
-        QString password;
-        for (const QJsonObject& e : service.journal()) {
-            if (e.value(QStringLiteral("mail")).toString() == u"eva@example.com")
-                password = e.value(QStringLiteral("password")).toString();
-        }
-        QVERIFY(!password.isEmpty());
+        const auto mailedPassword = [&service] {
+            QString password;
+            for (const QJsonObject& e : service.journal()) {
+                if (e.value(QStringLiteral("mail")).toString() == u"eva@example.com")
+                    password = e.value(QStringLiteral("password")).toString();
+            }
+            return password;
+        };
         const QString check = service.baseUrl() + QStringLiteral("/sms/checkUser.php?email=eva@example.com&password=");
-        QCOMPARE(fetch(check + password).text, QStringLiteral("0"));
-        QCOMPARE(fetch(check + QStringLiteral("falsch")).text, QStringLiteral("1"));
+        QCOMPARE(fetch(create).text, QStringLiteral("0"));
+        const QString first = mailedPassword();
+        QVERIFY(!first.isEmpty());
+        // Applying again before the mailed password was checked mails a new one instead.
+        QCOMPARE(fetch(create).text, QStringLiteral("0"));
+        const QString second = mailedPassword();
+        QVERIFY(second != first);
+        QCOMPARE(fetch(check + first).text, QStringLiteral("1"));
+        QCOMPARE(fetch(check + second).text, QStringLiteral("0"));
+        // Checked once, the address is taken.
+        QCOMPARE(fetch(create).text, QStringLiteral("1"));
+        QCOMPARE(fetch(check + second).text, QStringLiteral("0"));
         QCOMPARE(fetch(service.baseUrl() + QStringLiteral("/sms/count.php?email=eva@example.com")).text,
                  QStringLiteral("50"));
     }
 
-    void createUserNeedsTheRequiredFields()
+    void createUserRefuses_data()
     {
+        QTest::addColumn<QString>("query");
+        QTest::newRow("a required field is missing")
+            << "name=&vorname=Eva&firma=&email=e@x.de&telefon=&fax=&strasse=W&plz=1&ort=B&land=&gutschein=&referer=Q";
+        QTest::newRow("an account that was there before")
+            << "name=D&vorname=E&firma=&email=demo@quellbote.test&telefon=&fax=&strasse=W&plz=1&ort=B&land="
+               "&gutschein=&referer=Q";
+    }
+
+    void createUserRefuses()
+    {
+        QFETCH(QString, query);
         ServiceProcess service;
-        QCOMPARE(fetch(service.baseUrl()
-                       + QStringLiteral("/sms/createUser.php?name=&vorname=Eva&firma=&email=e@x.de&telefon=&fax="
-                                        "&strasse=W&plz=1&ort=B&land=&gutschein=&referer=Q"))
-                     .text,
-                 QStringLiteral("1"));
+        QCOMPARE(fetch(service.baseUrl() + QStringLiteral("/sms/createUser.php?") + query).text, QStringLiteral("1"));
     }
 
     void faults_data()
