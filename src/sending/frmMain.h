@@ -135,6 +135,9 @@ private:
     void sendMessage(const QString& number, const QString& text, const QString& name);
     void submitMessage(const QString& number, const QString& text, const QString& name);
     void iNet_StateChanged(int state);
+    void iNet2_StateChanged(int state);
+    // Shows or hides the update link and picture; false for an answer that is no version.
+    bool applyVersionAnswer(const QString& text);
     void setMarked(QWidget* field, bool marked);
     void setHourglass(bool on);
 

@@ -380,10 +380,7 @@ void frmMain::connectHandlers()
     connect(lblUpdate, &QLabel::linkActivated, this, &frmMain::startUpdater);
     picUpdate->installEventFilter(this);
     connect(iNet, &Inet::StateChanged, this, &frmMain::iNet_StateChanged);
-    connect(iNet2, &Inet::StateChanged, this, [this](int state) {
-        if (state == Inet::icError)
-            lblUpdate->hide();
-    });
+    connect(iNet2, &Inet::StateChanged, this, &frmMain::iNet2_StateChanged);
     connect(tm, &QTimer::timeout, this, &frmMain::tm_Timer);
     connect(tmCredits, &QTimer::timeout, this, &frmMain::tmCredits_Timer);
 }

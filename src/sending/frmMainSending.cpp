@@ -253,8 +253,6 @@ void frmMain::refreshCredits()
 
 void frmMain::checkForUpdate()
 {
-    const qint64 local
-        = GatewayAnswer::versionNumber(qint16(Version::major), qint16(Version::minor), qint16(Version::revision));
     iNet2->setURL(Urls().CheckVersion());
     QString text;
     while (true) {
@@ -269,18 +267,43 @@ void frmMain::checkForUpdate()
             break;
         frmNoInternet::showBlocking(this);
     }
+    if (!applyVersionAnswer(text))
+        frmNoInternet::showBlocking(this);
+}
+
+bool frmMain::applyVersionAnswer(const QString& text)
+{
+    const qint64 local
+        = GatewayAnswer::versionNumber(qint16(Version::major), qint16(Version::minor), qint16(Version::revision));
     switch (GatewayAnswer::readVersionAnswer(text, local)) {
     case GatewayAnswer::VersionCheck::UpdateShown:
         lblUpdate->show();
         picUpdate->show();
-        break;
+        return true;
     case GatewayAnswer::VersionCheck::UpdateHidden:
         lblUpdate->hide();
         picUpdate->hide();
-        break;
+        return true;
     case GatewayAnswer::VersionCheck::Failure:
     case GatewayAnswer::VersionCheck::NoAnswer:
-        frmNoInternet::showBlocking(this);
         break;
     }
+    return false;
+}
+
+// iNet2 raises its events inside the blocking fetches of the balance query and the version
+// check. A completed fetch is read as a version answer; one that is none (a balance, say)
+// changes nothing here, the caller deals with it.
+void frmMain::iNet2_StateChanged(int state)
+{
+    if (state == Inet::icError) {
+        lblUpdate->hide();
+        return;
+    }
+    if (state != Inet::icResponseCompleted)
+        return;
+    QString text;
+    for (QString chunk = iNet2->GetChunk(1024); !chunk.isEmpty(); chunk = iNet2->GetChunk(1024))
+        text += chunk;
+    applyVersionAnswer(text);
 }

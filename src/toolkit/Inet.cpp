@@ -114,6 +114,11 @@ QString Inet::OpenURL(const QString& url, bool* ok)
     reply->deleteLater();
     if (ok)
         *ok = good;
+    // As with Execute, the end of the transfer is announced and the body can be read in chunks;
+    // handlers run before the caller gets the text.
+    m_answer = good ? body : QString();
+    m_answerPos = 0;
+    emit StateChanged(good ? icResponseCompleted : icError);
     return good ? body : QString();
 }
 

@@ -37,6 +37,7 @@ public:
 
     // Fetches url (or URL when url is empty) and returns the body. The window doesn't react
     // meanwhile. *ok is false when the transfer failed outright (no answer, time-out, HTTP error).
+    // StateChanged comes before it returns, and GetChunk reads the same body.
     QString OpenURL(const QString& url = QString(), bool* ok = nullptr);
 
     // Starts a request and returns at once; StateChanged tells how it ended. headers: lines of
@@ -45,7 +46,7 @@ public:
 
     bool StillExecuting() const { return m_reply != nullptr; }
 
-    // The next piece of the answer of the last Execute, at most size characters; empty when
+    // The next piece of the answer of the last transfer, at most size characters; empty when
     // everything has been read.
     QString GetChunk(int size);
 
