@@ -145,15 +145,42 @@ bool RecipientTable::load(const QString& path)
     return ok;
 }
 
-bool RecipientTable::save(const QString& path, const std::function<void(int, int)>& progress, QString* error) const
+bool RecipientTable::loadGroup(const QString& text)
+{
+    const qint32 counter = m_entryCounter;
+    const bool prefix = m_prefixAdded;
+    m_entryCounter = 0;
+    QList<RecipientRow> rows;
+    const QStringList lines = text.split(u'\n');
+    for (const QString& line : lines) {
+        qsizetype from = 0;
+        qsizetype to = line.size();
+        while (from < to && line.at(from) == u' ')
+            ++from;
+        while (to > from && line.at(to - 1) == u' ')
+            --to;
+        if (!parseInto(line.mid(from, to - from), &rows)) {
+            m_entryCounter = counter;
+            m_prefixAdded = prefix;
+            return false;
+        }
+    }
+    beginResetModel();
+    m_rows = rows;
+    endResetModel();
+    return true;
+}
+
+bool RecipientTable::save(const QString& path, const std::function<void(int, int)>& progress,
+                          FileFailure* failure) const
 {
     const int maximum = int(m_rows.size()) + 3;
     if (progress)
         progress(0, maximum);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
-        if (error)
-            *error = file.errorString();
+        if (failure)
+            *failure = FileFailure::of(file, path);
         return false;
     }
     QString text;
@@ -166,8 +193,8 @@ bool RecipientTable::save(const QString& path, const std::function<void(int, int
     }
     const QByteArray bytes = Codepage::toWindows1252(text);
     if (file.write(bytes) != bytes.size() || !file.commit()) {
-        if (error)
-            *error = file.errorString();
+        if (failure)
+            *failure = FileFailure::of(file, path);
         return false;
     }
     if (progress)

@@ -4,6 +4,8 @@
 // files (Windows-1252, one row a line, a ";" after every field) and serves as the editor's model.
 #pragma once
 
+#include "toolkit/FileFailure.h"
+
 #include <QAbstractTableModel>
 #include <QList>
 #include <QString>
@@ -52,9 +54,14 @@ public:
 
     // Loads a .msms file: all or nothing. On a failure the table is empty and entryCounter 0.
     bool load(const QString& path);
+    // Replaces the rows by a web group's data: lines split at LF, blanks trimmed from their ends
+    // (a CR stays and ends up in a field past the free texts). All or nothing: on a failure the
+    // table, its counter and prefixAdded stay as they were.
+    bool loadGroup(const QString& text);
     // Writes the rows, reporting progress (value, maximum) as it goes; the file is replaced whole
-    // or not at all. error holds the reason of a failure.
-    bool save(const QString& path, const std::function<void(int, int)>& progress = {}, QString* error = nullptr) const;
+    // or not at all. failure tells why it wasn't.
+    bool save(const QString& path, const std::function<void(int, int)>& progress = {},
+              FileFailure* failure = nullptr) const;
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;

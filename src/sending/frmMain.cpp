@@ -7,6 +7,7 @@
 #include "OptionsBar.h"
 #include "Prefixes.h"
 #include "Version.h"
+#include "bulk/frmMultiSMS.h"
 #include "frmSplash.h"
 #include "settings/CUrlStore.h"
 #include "settings/OemTheme.h"
@@ -92,6 +93,8 @@ frmMain::~frmMain()
 {
     if (theInstance() == this)
         theInstance() = nullptr;
+    // The side window goes with the main window, even when that was never closed.
+    delete frmMultiSMS::loaded();
 }
 
 frmMain* frmMain::instance()
@@ -404,8 +407,13 @@ void frmMain::signatureDelete()
 void frmMain::recalcSmsSize()
 {
     setMarked(txtSMS, false);
-    const MessageSize::SmsSizeFigures figures
-        = MessageSize::recalcSmsSize(txtSMS->text(), isMultiSMSMode, MessageSize::smsOptionsOf(Options()));
+    MessageSize::PlaceholderSizes placeholders;
+    if (frmMultiSMS* table = frmMultiSMS::loaded()) {
+        placeholders = { table->getMaxNameSize(), table->getMaxFrei1Size(), table->getMaxFrei2Size(),
+                         int(table->table().rowCount()) };
+    }
+    const MessageSize::SmsSizeFigures figures = MessageSize::recalcSmsSize(
+        txtSMS->text(), isMultiSMSMode, MessageSize::smsOptionsOf(Options()), placeholders);
     if (figures.overLimit) {
         setMarked(txtSMS, true);
         showWarning(figures.warningText);
@@ -481,6 +489,10 @@ void frmMain::changeEvent(QEvent* event)
                 m_minimizeWarning = new frmMinimizeWarning(this);
             m_minimizeWarning->show();
         }
+        if (isMultiSMSMode && frmMultiSMS::loaded())
+            frmMultiSMS::loaded()->hide();
+    } else if (isMultiSMSMode) {
+        frmMultiSMS::instance()->show();
     }
 }
 
@@ -500,6 +512,8 @@ void frmMain::closeEvent(QCloseEvent* event)
     if (!(windowState() & (Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen)))
         savePosition();
     saveSession();
+    if (frmMultiSMS* side = frmMultiSMS::loaded())
+        side->close();
     if (m_minimizeWarning)
         m_minimizeWarning->close();
     event->accept();

@@ -62,6 +62,10 @@ public:
     void tbSend_Click();
     // The click on tbTerminversand: the scheduling dialog, then the send with its schedule.
     void tbTerminversand_Click();
+    // MultiSMS mode: the recipient fields give way to the table of frmMultiSMS at the side.
+    void tbMultiSMS_Click();
+    void showMultiSMS();
+    void disableMultiSMS();
     // The balance query; blocks until the service answered.
     void refreshCredits();
     // The version check of the start.

@@ -379,6 +379,7 @@ void frmMain::connectHandlers()
     connect(tbAdmin, &QAbstractButton::clicked, this, [this] { tools::OpenInBrowser(Urls().Homepage(), this); });
     connect(lblUpdate, &QLabel::linkActivated, this, &frmMain::startUpdater);
     picUpdate->installEventFilter(this);
+    connect(tbMultiSMS, &QAbstractButton::clicked, this, &frmMain::tbMultiSMS_Click);
     connect(iNet, &Inet::StateChanged, this, &frmMain::iNet_StateChanged);
     connect(iNet2, &Inet::StateChanged, this, &frmMain::iNet2_StateChanged);
     connect(tm, &QTimer::timeout, this, &frmMain::tm_Timer);

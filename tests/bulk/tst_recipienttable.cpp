@@ -89,6 +89,25 @@ private slots:
         QVERIFY(!table.load(m_dir.filePath(QStringLiteral("missing.msms"))));
     }
 
+    void webGroupReplacesWholeOrNotAtAll()
+    {
+        RecipientTable table;
+        QVERIFY(table.parseLine(QStringLiteral("Alt;0049170;;;")));
+        // Lines end at LF; blanks go, a CR stays in a field past the free texts.
+        QVERIFY(table.loadGroup(QStringLiteral("  Jana;01701;eins;zwei;\r\n\nab;\nTom;0049172;a;b\r\n")));
+        QCOMPARE(table.rowCount(), 2);
+        QCOMPARE(table.rows().at(0).Nummer, QStringLiteral("00491701"));
+        QCOMPARE(table.rows().at(1).Freitext2, QStringLiteral("b\r"));
+        QCOMPARE(table.rows().at(1).Tag, 2);
+        QVERIFY(table.prefixAdded());
+        // An error page of the server breaks the grammar: the group before stays whole.
+        QVERIFY(!table.loadGroup(QStringLiteral("Eva;0049173;;;\n<html><body>Not Found</body></html>\n")));
+        QCOMPARE(table.rowCount(), 2);
+        QCOMPARE(table.entryCounter(), 2);
+        QVERIFY(table.loadGroup(QString()));
+        QCOMPARE(table.rowCount(), 0);
+    }
+
     void lineEnds()
     {
         RecipientTable table;

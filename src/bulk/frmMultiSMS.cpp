@@ -1,0 +1,422 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "frmMultiSMS.h"
+
+#include "frmOpenWebGroup.h"
+#include "sending/frmMain.h"
+#include "settings/ProductName.h"
+#include "settings/tools.h"
+#include "toolkit/FieldColors.h"
+#include "toolkit/FileChooser.h"
+#include "toolkit/MessageBox.h"
+#include "toolkit/mMoveEvent.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QIcon>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QProgressBar>
+#include <QTableView>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace {
+QPointer<frmMultiSMS>& theWindow()
+{
+    static QPointer<frmMultiSMS> window;
+    return window;
+}
+
+QAction* key(QToolBar* bar, const char* name, const QString& caption, const QString& picture,
+             const QString& tooltip = QString())
+{
+    QAction* action = bar->addAction(QIcon(picture), caption);
+    action->setObjectName(QLatin1String(name));
+    action->setToolTip(tooltip.isEmpty() ? caption : tooltip);
+    return action;
+}
+} // namespace
+
+frmMultiSMS* frmMultiSMS::instance()
+{
+    if (!theWindow()) {
+        // Unloaded by its close box, or by the main window when the program ends.
+        theWindow() = new frmMultiSMS;
+    }
+    return theWindow();
+}
+
+frmMultiSMS* frmMultiSMS::loaded()
+{
+    return theWindow();
+}
+
+frmMultiSMS::frmMultiSMS()
+    : QWidget(nullptr)
+{
+    setObjectName(QStringLiteral("frmMultiSMS"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(QStringLiteral("MultiSMS"));
+    setWindowIcon(QIcon(QStringLiteral(":/pictures/multisms.svg")));
+    buildControls();
+    connectHandlers();
+    if (frmMain* main = frmMain::instance())
+        mMoveEvent::installHook(main, this);
+    m_table.setPrefixAdded(false);
+    clearInputFields();
+    txtAnzahl->setText(QStringLiteral("0"));
+}
+
+frmMultiSMS::~frmMultiSMS() = default;
+
+void frmMultiSMS::buildControls()
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(6, 6, 6, 6);
+    layout->setSpacing(6);
+
+    toolBar = new QToolBar(this);
+    toolBar->setObjectName(QStringLiteral("toolBar"));
+    toolBar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    toolBar->setIconSize(QSize(24, 24));
+    keyNew = key(toolBar, "new", QStringLiteral("Neu"), QStringLiteral(":/pictures/new.svg"),
+                 QStringLiteral("Erstellt eine neue Datendatei."));
+    keyOpen = key(toolBar, "open", QStringLiteral("Öffnen"), QStringLiteral(":/pictures/open.svg"),
+                  QStringLiteral("Öffnet eine bereits vorhandene Datendatei."));
+    keyOpenWeb = key(toolBar, "openWeb", QStringLiteral("Gruppe öffnen"), QStringLiteral(":/pictures/webgroup.svg"),
+                     QStringLiteral("Öffnet eine Gruppe aus dem Internet Telefonbuch."));
+    keySave = key(toolBar, "save", QStringLiteral("Speichern"), QStringLiteral(":/pictures/save.svg"),
+                  QStringLiteral("Speichert die aktuelle Datendatei."));
+    layout->addWidget(toolBar);
+
+    lvData = new QTableView(this);
+    lvData->setObjectName(QStringLiteral("lvData"));
+    lvData->setAccessibleName(QStringLiteral("Empfänger"));
+    lvData->setModel(&m_table);
+    lvData->setSelectionBehavior(QAbstractItemView::SelectRows);
+    lvData->setSelectionMode(QAbstractItemView::SingleSelection);
+    lvData->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    lvData->verticalHeader()->hide();
+    // Fixed row heights keep a table of a hundred thousand rows quick to scroll.
+    lvData->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    lvData->verticalHeader()->setDefaultSectionSize(lvData->fontMetrics().height() + 6);
+    lvData->horizontalHeader()->setStretchLastSection(true);
+    lvData->setAlternatingRowColors(true);
+    lvData->setWordWrap(false);
+    layout->addWidget(lvData, 1);
+
+    auto* entry = new QHBoxLayout;
+    auto* fields = new QFormLayout;
+    fields->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    const auto field = [this, fields](const char* name, const QString& label) {
+        auto* edit = new QLineEdit(this);
+        edit->setObjectName(QLatin1String(name));
+        edit->setAccessibleName(label);
+        auto* caption = new QLabel(label, this);
+        caption->setBuddy(edit);
+        fields->addRow(caption, edit);
+        return edit;
+    };
+    txtName = field("txtName", QStringLiteral("Name"));
+    txtNummer = field("txtNummer", QStringLiteral("Nummer"));
+    txtFrei1 = field("txtFrei1", QStringLiteral("Freitext 1"));
+    txtFrei2 = field("txtFrei2", QStringLiteral("Freitext 2"));
+    entry->addLayout(fields, 1);
+
+    tbEdit = new QToolBar(this);
+    tbEdit->setObjectName(QStringLiteral("tbEdit"));
+    tbEdit->setOrientation(Qt::Vertical);
+    tbEdit->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    tbEdit->setIconSize(QSize(20, 20));
+    keyAdd = key(tbEdit, "add", QStringLiteral("Hinzufügen"), QStringLiteral(":/pictures/add.svg"));
+    // "ok" takes the place of "add" while a row is edited.
+    keyOk = key(tbEdit, "ok", QStringLiteral("Übernehmen"), QStringLiteral(":/pictures/ok.svg"));
+    keyDelete = key(tbEdit, "delete", QStringLiteral("Löschen"), QStringLiteral(":/pictures/delete.svg"));
+    entry->addWidget(tbEdit, 0, Qt::AlignTop);
+    layout->addLayout(entry);
+
+    onlyNumbersWarn = new QWidget(this);
+    onlyNumbersWarn->setObjectName(QStringLiteral("onlyNumbersWarn"));
+    auto* warnLayout = new QHBoxLayout(onlyNumbersWarn);
+    warnLayout->setContentsMargins(0, 0, 0, 0);
+    auto* warnIcon = new QLabel(onlyNumbersWarn);
+    warnIcon->setPixmap(QIcon(QStringLiteral(":/pictures/warning.svg")).pixmap(16, 16));
+    warnLayout->addWidget(warnIcon);
+    warnLayout->addWidget(new QLabel(QStringLiteral("Die Rufnummer darf nur Zahlen enthalten."), onlyNumbersWarn), 1);
+    onlyNumbersWarn->hide();
+    layout->addWidget(onlyNumbersWarn);
+
+    Label8 = new QLabel(QStringLiteral("Alle Telefonnummern müssen mit einer Ländervorwahl eingegeben werden!"), this);
+    Label8->setObjectName(QStringLiteral("Label8"));
+    Label8->setWordWrap(true);
+    layout->addWidget(Label8);
+
+    auto* file = new QFormLayout;
+    txtFilename = new QLineEdit(this);
+    txtFilename->setObjectName(QStringLiteral("txtFilename"));
+    txtFilename->setAccessibleName(QStringLiteral("MultiSMS Datendatei"));
+    // Named only by the file dialogs and the loads.
+    txtFilename->setReadOnly(true);
+    auto* filenameLabel = new QLabel(QStringLiteral("MultiSMS Datendatei"), this);
+    filenameLabel->setBuddy(txtFilename);
+    file->addRow(filenameLabel, txtFilename);
+    txtAnzahl = new QLineEdit(this);
+    txtAnzahl->setObjectName(QStringLiteral("txtAnzahl"));
+    txtAnzahl->setAccessibleName(QStringLiteral("Anzahl Einträge"));
+    txtAnzahl->setReadOnly(true);
+    txtAnzahl->setMaximumWidth(100);
+    auto* countLabel = new QLabel(QStringLiteral("Anzahl Einträge"), this);
+    countLabel->setBuddy(txtAnzahl);
+    file->addRow(countLabel, txtAnzahl);
+    layout->addLayout(file);
+
+    pBar = new QProgressBar(this);
+    pBar->setObjectName(QStringLiteral("pBar"));
+    pBar->setAccessibleName(QStringLiteral("Fortschritt"));
+    pBar->setTextVisible(false);
+    pBar->hide();
+    layout->addWidget(pBar);
+
+    resize(470, 560);
+}
+
+void frmMultiSMS::connectHandlers()
+{
+    connect(txtNummer, &QLineEdit::textChanged, this, &frmMultiSMS::txtNummer_Change);
+    connect(keyNew, &QAction::triggered, this, &frmMultiSMS::newFile);
+    connect(keyOpen, &QAction::triggered, this, &frmMultiSMS::openDataFile);
+    connect(keyOpenWeb, &QAction::triggered, this, &frmMultiSMS::openWebGroup);
+    connect(keySave, &QAction::triggered, this, &frmMultiSMS::saveFile);
+    connect(keyAdd, &QAction::triggered, this, &frmMultiSMS::addEntry);
+    connect(keyOk, &QAction::triggered, this, &frmMultiSMS::applyEdit);
+    connect(keyDelete, &QAction::triggered, this, &frmMultiSMS::deleteEntry);
+    connect(lvData, &QAbstractItemView::doubleClicked, this, &frmMultiSMS::lvData_DblClick);
+    // The keyboard's way to a double-click.
+    connect(lvData, &QAbstractItemView::activated, this, &frmMultiSMS::lvData_DblClick);
+}
+
+void frmMultiSMS::closeEvent(QCloseEvent* event)
+{
+    // The table goes with the window, without a question.
+    if (frmMain* main = frmMain::instance()) {
+        main->disableMultiSMS();
+        mMoveEvent::removeHook(main, this);
+    }
+    event->accept();
+}
+
+void frmMultiSMS::recalcMaxSizes()
+{
+    m_table.recalcMaxSizes();
+    txtAnzahl->setText(QString::number(m_table.rowCount()));
+    if (frmMain* main = frmMain::instance())
+        main->recalcSmsSize();
+}
+
+void frmMultiSMS::txtNummer_Change()
+{
+    // The general numeric test: signs, a decimal comma or an exponent pass; nothing is blocked.
+    const bool numeric = tools::IsNumeric(txtNummer->text());
+    FieldColors::setMarked(txtNummer, !numeric);
+    onlyNumbersWarn->setVisible(!numeric);
+}
+
+void frmMultiSMS::setEditing(bool editing)
+{
+    keyOk->setVisible(editing);
+    keyAdd->setVisible(!editing);
+}
+
+void frmMultiSMS::clearInputFields()
+{
+    txtName->clear();
+    txtNameTag.clear();
+    txtNummer->clear();
+    txtFrei1->clear();
+    txtFrei2->clear();
+    // Emptying txtNummer has just raised the warning.
+    FieldColors::setMarked(txtNummer, false);
+    onlyNumbersWarn->hide();
+    setEditing(false);
+}
+
+void frmMultiSMS::addEntry()
+{
+    const QString number = txtNummer->text();
+    if (number.isEmpty()) {
+        MessageBox::show(this, QStringLiteral("Sie müssen eine Telefonummer eingeben."), MessageBox::Buttons::Ok,
+                         MessageBox::Icon::Warning, QStringLiteral("MultiSMS - Rufnummer fehlt"));
+        FieldColors::setMarked(txtNummer, true);
+        txtNummer->setFocus();
+        return;
+    }
+    // The free texts are searched too.
+    bool known = false;
+    for (const RecipientRow& row : m_table.rows()) {
+        if (row.Nummer == number || row.Freitext1 == number || row.Freitext2 == number) {
+            known = true;
+            break;
+        }
+    }
+    if (known
+        && MessageBox::show(this,
+                            QStringLiteral("Ein Eintrag mit dieser Nummer existiert schon.\r\n"
+                                           "Möchten Sie diesen trotzdem hinzufügen?"),
+                            MessageBox::Buttons::YesNo, MessageBox::Icon::Question, ProductName())
+            != MessageBox::Answer::Yes) {
+        return;
+    }
+    // Taken as typed: the missing "00" is made up for only when sending.
+    m_table.addRow(txtName->text(), number, txtFrei1->text(), txtFrei2->text());
+    lvData->scrollToBottom();
+    clearInputFields();
+    recalcMaxSizes();
+}
+
+int frmMultiSMS::selectedRow() const
+{
+    const QModelIndexList rows = lvData->selectionModel()->selectedRows();
+    return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+void frmMultiSMS::lvData_DblClick()
+{
+    const int row = selectedRow();
+    if (row < 0)
+        return;
+    const RecipientRow& r = m_table.rows().at(row);
+    txtName->setText(r.Name);
+    txtNameTag = QString::number(r.Tag);
+    txtNummer->setText(r.Nummer);
+    txtFrei1->setText(r.Freitext1);
+    txtFrei2->setText(r.Freitext2);
+    setEditing(true);
+}
+
+void frmMultiSMS::applyEdit()
+{
+    // Neither an empty number nor a duplicate is looked for here.
+    bool tagOk = false;
+    const qint32 tag = txtNameTag.toInt(&tagOk);
+    const int row = tagOk ? m_table.rowOfTag(tag) : -1;
+    if (row < 0) {
+        clearInputFields();
+        return;
+    }
+    m_table.setRowValues(row, txtName->text(), txtNummer->text(), txtFrei1->text(), txtFrei2->text());
+    clearInputFields();
+    recalcMaxSizes();
+}
+
+void frmMultiSMS::deleteEntry()
+{
+    const int row = selectedRow();
+    if (row < 0)
+        return;
+    // No question; an edit under way, of this row or another, is given up.
+    m_table.removeRow(row);
+    clearInputFields();
+    txtAnzahl->setText(QString::number(m_table.rowCount()));
+    recalcMaxSizes();
+}
+
+void frmMultiSMS::newFile()
+{
+    if (MessageBox::show(this,
+                         QStringLiteral("Alle nicht gespeicherten Informationen gehen verloren.\r\n"
+                                        "Möchten Sie wirklich eine neue Datei anlegen?"),
+                         MessageBox::Buttons::YesNo, MessageBox::Icon::Question, ProductName())
+        != MessageBox::Answer::Yes) {
+        return;
+    }
+    clearInputFields();
+    txtFilename->clear();
+    m_table.Clear();
+    txtAnzahl->setText(QString::number(m_table.rowCount()));
+    recalcMaxSizes();
+}
+
+void frmMultiSMS::openDataFile()
+{
+    setEnabled(false);
+    const QString path = FileChooser::chooseDataFileToOpen(frmMain::instance());
+    setEnabled(true);
+    if (path.isEmpty())
+        return;
+    txtFilename->setText(path);
+    if (!m_table.load(path)) {
+        // Nothing of the file stays; the count and the figures keep their old values.
+        clearInputFields();
+        MessageBox::show(this, QStringLiteral("Die Datei konnte nicht geladen werden."), MessageBox::Buttons::Ok,
+                         MessageBox::Icon::Critical, ProductName());
+        return;
+    }
+    txtAnzahl->setText(QString::number(m_table.rowCount()));
+    recalcMaxSizes();
+    // Once set, the notice follows every later load while the window lives.
+    if (m_table.prefixAdded()) {
+        MessageBox::show(this,
+                         QStringLiteral("Den Rufnummern wurde die Vorwahl für Deutschland hinzugefügt. Die "
+                                        "gespeicherte Datei wurde nicht verändert. Bitte speichern Sie die neuen "
+                                        "Nummern bei Bedarf ab."),
+                         MessageBox::Buttons::Ok, MessageBox::Icon::Information, ProductName());
+    }
+}
+
+void frmMultiSMS::openWebGroup()
+{
+    frmOpenWebGroup::showOpenWebGroup(m_table, frmMain::instance());
+    if (theWindow() == this)
+        recalcMaxSizes();
+}
+
+void frmMultiSMS::saveFile()
+{
+    if (txtFilename->text().isEmpty()) {
+        setEnabled(false);
+        txtFilename->setText(FileChooser::chooseDataFileToSave(frmMain::instance()));
+        setEnabled(true);
+        if (txtFilename->text().isEmpty())
+            return;
+        // Exact comparison: "x.MSMS" gets a second ending.
+        if (!txtFilename->text().endsWith(QStringLiteral(".msms")))
+            txtFilename->setText(txtFilename->text() + QStringLiteral(".msms"));
+        if (QFileInfo::exists(txtFilename->text())
+            && MessageBox::show(this,
+                                QStringLiteral("Die Datei existiert bereits.\r\nWollen Sie die Datei überschreiben?"),
+                                MessageBox::Buttons::YesNo, MessageBox::Icon::Question, ProductName())
+                != MessageBox::Answer::Yes) {
+            txtFilename->clear();
+            return;
+        }
+    }
+    // A named table is stored without any question.
+    writeDataFile(txtFilename->text());
+}
+
+void frmMultiSMS::writeDataFile(const QString& path)
+{
+    pBar->setValue(pBar->minimum());
+    pBar->show();
+    FileFailure failure;
+    const bool written = m_table.save(
+        path,
+        [this](int value, int maximum) {
+            pBar->setMaximum(maximum);
+            pBar->setValue(value);
+        },
+        &failure);
+    pBar->hide();
+    if (!written) {
+        MessageBox::show(this,
+                         QStringLiteral("Die Datei konnte leider nicht gespeichert werden.\r\nFehlernummer: ")
+                             + QString::number(failure.number) + QStringLiteral("\r\nBeschreibung: ")
+                             + failure.description,
+                         MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
+    }
+}

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "FileChooser.h"
+
+#include <QDir>
+#include <QFileDialog>
+
+namespace FileChooser {
+namespace {
+Handler& handler()
+{
+    static Handler h;
+    return h;
+}
+
+QString run(QWidget* owner, const Dialog& dialog)
+{
+    if (handler())
+        return handler()(dialog).trimmed();
+    const QString filter = dialog.filters.join(QStringLiteral(";;"));
+    // The dialogs start in the user's home, the root of the user's own files.
+    const QString start = QDir::homePath();
+    const QString path = dialog.mode == Dialog::Mode::Open
+        ? QFileDialog::getOpenFileName(owner, dialog.title, start, filter, nullptr, QFileDialog::ReadOnly)
+        : QFileDialog::getSaveFileName(owner, dialog.title, start, filter, nullptr, QFileDialog::DontConfirmOverwrite);
+    return QDir::toNativeSeparators(path).trimmed();
+}
+} // namespace
+
+QString chooseDataFileToOpen(QWidget* owner)
+{
+    return run(owner,
+               { Dialog::Mode::Open,
+                 QStringLiteral("Datendatei öffnen"),
+                 { QStringLiteral("MultiSMS Datendatei (*.msms)"), QStringLiteral("All Files (*.*)") } });
+}
+
+QString chooseDataFileToSave(QWidget* owner)
+{
+    return run(owner,
+               { Dialog::Mode::Save,
+                 QStringLiteral("Datendatei speichern"),
+                 { QStringLiteral("MultiSMS Datendatei (*.msms)") } });
+}
+
+void setHandler(Handler h)
+{
+    handler() = std::move(h);
+}
+
+} // namespace FileChooser

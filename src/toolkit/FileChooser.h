@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The file dialogs of the MultiSMS data files. Each returns the chosen path with the blanks at
+// its ends trimmed, or an empty string when the dialog was cancelled. Tests install a handler
+// that answers in place of the dialog, as with the message box.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class QWidget;
+
+namespace FileChooser {
+
+struct Dialog
+{
+    enum class Mode { Open, Save };
+    Mode mode = Mode::Open;
+    QString title;
+    QStringList filters; // "Description (pattern)", in the dialog's order
+};
+
+using Handler = std::function<QString(const Dialog&)>;
+
+// "Datendatei öffnen": an existing .msms file (or any file).
+QString chooseDataFileToOpen(QWidget* owner);
+// "Datendatei speichern": any name; the dialog neither adds an ending nor asks before
+// overwriting, the caller does both.
+QString chooseDataFileToSave(QWidget* owner);
+
+// Replaces the real dialogs; an empty handler restores them.
+void setHandler(Handler handler);
+
+} // namespace FileChooser
