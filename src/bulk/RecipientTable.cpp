@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RecipientTable.h"
 
+#include "settings/tools.h"
 #include "toolkit/Codepage.h"
 
 #include <QFile>
@@ -153,13 +154,7 @@ bool RecipientTable::loadGroup(const QString& text)
     QList<RecipientRow> rows;
     const QStringList lines = text.split(u'\n');
     for (const QString& line : lines) {
-        qsizetype from = 0;
-        qsizetype to = line.size();
-        while (from < to && line.at(from) == u' ')
-            ++from;
-        while (to > from && line.at(to - 1) == u' ')
-            --to;
-        if (!parseInto(line.mid(from, to - from), &rows)) {
+        if (!parseInto(tools::TrimBlanks(line), &rows)) {
             m_entryCounter = counter;
             m_prefixAdded = prefix;
             return false;

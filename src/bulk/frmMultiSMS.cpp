@@ -106,6 +106,9 @@ void frmMultiSMS::buildControls()
     lvData->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     lvData->verticalHeader()->setDefaultSectionSize(lvData->fontMetrics().height() + 6);
     lvData->horizontalHeader()->setStretchLastSection(true);
+    // Wide enough for a number in international form; the table never measures its rows.
+    lvData->horizontalHeader()->resizeSection(
+        1, lvData->fontMetrics().horizontalAdvance(QStringLiteral("0049171123456789")));
     lvData->setAlternatingRowColors(true);
     lvData->setWordWrap(false);
     layout->addWidget(lvData, 1);

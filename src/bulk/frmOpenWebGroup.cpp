@@ -57,6 +57,8 @@ frmOpenWebGroup::frmOpenWebGroup(RecipientTable& table, QWidget* owner)
     web->setAccessibleName(QStringLiteral("Gruppen"));
     web->setContextMenuEnabled(false);
     layout->addWidget(web, 1);
+    // Keeps the head compact once the browser gives way to the loading message.
+    layout->addStretch();
 
     iNet = new Inet(this);
     iNet->setObjectName(QStringLiteral("iNet"));

@@ -8,6 +8,7 @@
 #include "Prefixes.h"
 #include "Version.h"
 #include "bulk/frmMultiSMS.h"
+#include "bulk/frmMultiSMSLog.h"
 #include "frmSplash.h"
 #include "settings/CUrlStore.h"
 #include "settings/OemTheme.h"
@@ -95,6 +96,7 @@ frmMain::~frmMain()
         theInstance() = nullptr;
     // The side window goes with the main window, even when that was never closed.
     delete frmMultiSMS::loaded();
+    delete frmMultiSMSLog::loaded();
 }
 
 frmMain* frmMain::instance()

@@ -136,8 +136,12 @@ private:
     // The send road.
     bool validateInput();
     void sendSingle();
+    // The start of a bulk run: balance test, question, then the run over the MultiSMS table.
+    void sendBulk(int price);
     void sendMessage(const QString& number, const QString& text, const QString& name);
     void submitMessage(const QString& number, const QString& text, const QString& name);
+    // The job file of one part for the local server program, and the note that it went.
+    void handOffToServer(const QString& number, const QString& text);
     void iNet_StateChanged(int state);
     void iNet2_StateChanged(int state);
     // Shows or hides the update link and picture; false for an answer that is no version.

@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The main window's ways into the other windows: scheduled sending, MultiSMS mode, the
 // phonebook beside the window, the options and the help.
+#include "MessageSize.h"
+#include "bulk/BulkRun.h"
 #include "bulk/frmMultiSMS.h"
+#include "bulk/frmMultiSMSLog.h"
 #include "frmMain.h"
 #include "schedule/frmTimeControl.h"
+#include "settings/ProductName.h"
 #include "toolkit/FieldColors.h"
+#include "toolkit/MessageBox.h"
+#include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 #include "toolkit/mMoveEvent.h"
 
@@ -79,4 +85,47 @@ void frmMain::disableMultiSMS()
     chkPublic->setEnabled(true);
     isMultiSMSMode = false;
     recalcSmsSize();
+}
+
+void frmMain::sendBulk(int price)
+{
+    // The password is held in sessionPassword for the run; it is dropped only after a run.
+    frmMultiSMS* editor = frmMultiSMS::instance();
+    recalcSmsSize();
+    if (MessageSize::isBalanceTooLow(credits, txtAnzahlMultiSMS->text().toDouble(), price)) {
+        MessageBox::show(
+            this,
+            QStringLiteral("Sie verfügen nicht mehr über ein ausreichendes Guthaben um alle Nachrichten zu "
+                           "verschicken."),
+            MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
+        return;
+    }
+    // The question counts rows, not messages.
+    if (MessageBox::show(this,
+                         QStringLiteral("Achtung! Sie versenden eine MassenSMS!\r\nWollen Sie die %1 Nachrichten "
+                                        "wirklich versenden?")
+                             .arg(editor->table().rowCount()),
+                         MessageBox::Buttons::YesNo, MessageBox::Icon::Warning, ProductName())
+        != MessageBox::Answer::Yes) {
+        return;
+    }
+    QPointer<frmMain> self(this);
+    BulkRun::Host host;
+    host.messageText = [self] {
+        return self ? self->txtSMS->text() : QString();
+    };
+    host.sendMessage = [self](const QString& number, const QString& text, const QString& name) {
+        if (self)
+            self->sendMessage(number, text, name);
+    };
+    host.refreshCredits = [self] {
+        if (self)
+            self->refreshCredits();
+    };
+    host.alive = [self] {
+        return !self.isNull();
+    };
+    BulkRun::run(&editor->table(), frmMultiSMSLog::instance(), host);
+    if (self)
+        sessionPassword.clear();
 }

@@ -8,7 +8,10 @@
 #include "Version.h"
 #include "account/frmLogin.h"
 #include "account/frmNoInternet.h"
+#include "bulk/BulkRun.h"
+#include "bulk/frmMultiSMSLog.h"
 #include "frmMain.h"
+#include "handoff/xmlServer.h"
 #include "settings/CUrlStore.h"
 #include "settings/ProductName.h"
 #include "settings/cOptionen.h"
@@ -62,6 +65,9 @@ bool frmMain::validateInput()
 
 void frmMain::tbSend_Click()
 {
+    // A press while a bulk run waits for an answer doesn't start a second one.
+    if (BulkRun::isRunning())
+        return;
     if (!validateInput())
         return;
     sessionPassword
@@ -70,7 +76,7 @@ void frmMain::tbSend_Click()
     const int price = MessageSize::balanceTestPrice(options);
     txtSMS_Change();
     if (isMultiSMSMode) {
-        // The bulk run comes with the MultiSMS window.
+        sendBulk(price);
         return;
     }
     if (MessageSize::isBalanceTooLow(credits, txtAnzahlSMS->text().toDouble(), price)) {
@@ -130,8 +136,8 @@ void frmMain::sendMessage(const QString& number, const QString& text, const QStr
 void frmMain::submitMessage(const QString& number, const QString& text, const QString& name)
 {
     if (Options().xmlIsServerUsed()) {
-        // The hand-off to the server folder comes with its own work; nothing goes to the gateway.
-        setHourglass(false);
+        // The server folder instead of the gateway: no schedule, no question about the sender.
+        handOffToServer(number, text);
         return;
     }
     if (GatewayRequest::asksForSender(Options().isAbsenderkennung(), Options().Absenderkennung())) {
@@ -173,6 +179,42 @@ void frmMain::submitMessage(const QString& number, const QString& text, const QS
     iNet->Execute(url, QStringLiteral("POST"), body, QStringLiteral("Content-Type: application/x-www-form-urlencoded"));
 }
 
+void frmMain::handOffToServer(const QString& number, const QString& text)
+{
+    const cOptionen& o = Options();
+    xmlServer::WriteResult written { true, {}, {} };
+    switch (GatewayRequest::serverWriter(o.XmlPfad(), o.xmlSingleUser(), o.xmlGroupUser())) {
+    case GatewayRequest::ServerWriter::SingleUser:
+        written
+            = xmlServer::writeSingleAccountJob(o.Username(), sessionPassword, o.xmlUser(), number, o.Absenderkennung(),
+                                               text, ProductName(), Version::text(), o.XmlPfad());
+        break;
+    case GatewayRequest::ServerWriter::GroupUser:
+        written = xmlServer::writeGroupJob(o.xmlGroup(), o.xmlUser(), number, o.Absenderkennung(), text, ProductName(),
+                                           Version::text(), o.xmlSecretKey(), o.XmlPfad());
+        break;
+    case GatewayRequest::ServerWriter::None:
+        break;
+    }
+    if (!written.ok) {
+        // Nothing is lost: the fields keep the message, and the user learns where it stuck; in a
+        // bulk run each row that failed says so in the log.
+        const QString problem
+            = QStringLiteral("Die SMS an %1 konnte nicht an den Quellbote Server übergeben werden: ").arg(number)
+            + written.error;
+        if (isMultiSMSMode && frmMultiSMSLog::loaded())
+            frmMultiSMSLog::loaded()->appendNote(problem);
+        else
+            MessageBox::show(this, problem, MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
+    }
+    const GatewayRequest::HandOffMessage done = GatewayRequest::serverHandOffDone(
+        handOffCount, txtAnzahlSMS->text(), o.xmlIsServerUsed(), o.xmlSingleUser(), o.xmlGroupUser());
+    handOffCount = done.handOffCount;
+    if (done.show)
+        MessageBox::show(this, done.text);
+    setHourglass(false);
+}
+
 void frmMain::iNet_StateChanged(int state)
 {
     if (state == Inet::icError) {
@@ -192,7 +234,8 @@ void frmMain::iNet_StateChanged(int state)
             return;
     }
     if (isMultiSMSMode) {
-        // The log of a bulk run comes with the MultiSMS window.
+        // In a bulk run the answer goes to the log, and nothing else happens.
+        frmMultiSMSLog::instance()->logAnswer(body);
         return;
     }
     const GatewayAnswer::Answer answer = GatewayAnswer::readAnswer(body);

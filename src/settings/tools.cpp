@@ -115,4 +115,15 @@ bool FileExists(const QString& path)
     return info.exists() && info.isFile();
 }
 
+QString TrimBlanks(const QString& text)
+{
+    qsizetype from = 0;
+    qsizetype to = text.size();
+    while (from < to && text.at(from) == u' ')
+        ++from;
+    while (to > from && text.at(to - 1) == u' ')
+        --to;
+    return text.mid(from, to - from);
+}
+
 } // namespace tools

@@ -57,4 +57,7 @@ qint16 NumericToInt16(const QString& text, bool* ok = nullptr);
 // Whether a file (not a folder) exists at exactly this path; any failure means no.
 bool FileExists(const QString& path);
 
+// The text without the blanks at its ends; other white space (CR, LF, tabs) stays.
+QString TrimBlanks(const QString& text);
+
 } // namespace tools

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "BulkRun.h"
+
+#include "RecipientTable.h"
+#include "frmMultiSMSLog.h"
+#include "sending/RecipientText.h"
+#include "toolkit/mAni2.h"
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+
+namespace {
+bool& running()
+{
+    static bool flag = false;
+    return flag;
+}
+} // namespace
+
+bool BulkRun::isRunning()
+{
+    return running();
+}
+
+void BulkRun::run(const RecipientTable* table, frmMultiSMSLog* log, const Host& host)
+{
+    if (running())
+        return;
+    running() = true;
+    QPointer<const RecipientTable> rows(table);
+    QPointer<frmMultiSMSLog> window(log);
+
+    const int count = rows ? rows->rowCount() : 0;
+    log->show();
+    log->raise();
+    log->txtLog->clear();
+    log->abortRequested = false;
+    log->pBar->setMinimum(0);
+    log->pBar->setValue(0);
+    log->pBar->setMaximum(count + 3);
+
+    int position = 1;
+    for (int row = 0; row < count; ++row) {
+        if (!host.alive() || !window)
+            break;
+        if (window->abortRequested || !rows || row >= rows->rowCount()) {
+            window->lblSend->setText(QStringLiteral("Wird abgebrochen bitte warten ..."));
+        } else {
+            const RecipientRow r = rows->rows().at(row);
+            const QString text = RecipientText::rowText(host.messageText(), r.Name, r.Freitext1, r.Freitext2);
+            const std::optional<QString> number = RecipientText::rowNumber(r.Nummer);
+            if (!number) {
+                window->appendNote(
+                    QStringLiteral("!!!! Abbruch in Zeile %1 (%2): Die Rufnummer fehlt.").arg(row + 1).arg(r.Name));
+                break;
+            }
+            host.sendMessage(*number, text, r.Name);
+            if (!host.alive() || !window)
+                break;
+            window->lblSend->setText(
+                QStringLiteral("Es wurden bereits %1 von %2 SMS versendet.").arg(position).arg(count));
+        }
+        ++position;
+        window->pBar->setValue(position);
+        // Where no request waits (the server folder), the windows still get their turn here.
+        QCoreApplication::processEvents();
+    }
+
+    if (window) {
+        window->pBar->setValue(window->pBar->maximum());
+        window->cmdClose->setText(QStringLiteral("Schliessen"));
+        window->lblSend->setText(QStringLiteral("Vorgang abgeschlossen"));
+        mAni2::stopAnimation(window->ani);
+    }
+    running() = false;
+    if (host.alive())
+        host.refreshCredits();
+}

@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "frmMultiSMSLog.h"
+
+#include "BulkLog.h"
+#include "toolkit/Clock.h"
+#include "toolkit/mAni2.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTextCursor>
+#include <QVBoxLayout>
+
+namespace {
+constexpr int LogClip = 101;
+
+QPointer<frmMultiSMSLog>& theWindow()
+{
+    static QPointer<frmMultiSMSLog> window;
+    return window;
+}
+} // namespace
+
+frmMultiSMSLog* frmMultiSMSLog::instance()
+{
+    if (!theWindow())
+        theWindow() = new frmMultiSMSLog; // deleted with the main window
+    return theWindow();
+}
+
+frmMultiSMSLog* frmMultiSMSLog::loaded()
+{
+    return theWindow();
+}
+
+frmMultiSMSLog::frmMultiSMSLog()
+    : QWidget(nullptr)
+{
+    setObjectName(QStringLiteral("frmMultiSMSLog"));
+    setWindowTitle(QStringLiteral("Ihre Nachrichten werden verschickt"));
+    setWindowIcon(QIcon(QStringLiteral(":/pictures/multisms.svg")));
+    auto* layout = new QVBoxLayout(this);
+
+    auto* top = new QHBoxLayout;
+    ani = new QLabel(this);
+    ani->setObjectName(QStringLiteral("ani"));
+    ani->setFixedSize(48, 48);
+    top->addWidget(ani);
+    lblSend = new QLabel(this);
+    lblSend->setObjectName(QStringLiteral("lblSend"));
+    top->addWidget(lblSend, 1);
+    layout->addLayout(top);
+
+    pBar = new QProgressBar(this);
+    pBar->setObjectName(QStringLiteral("pBar"));
+    pBar->setAccessibleName(QStringLiteral("Fortschritt"));
+    pBar->setTextVisible(false);
+    layout->addWidget(pBar);
+
+    auto* Label1 = new QLabel(QStringLiteral("Nachrichten vom Gateway"), this);
+    Label1->setObjectName(QStringLiteral("Label1"));
+    layout->addWidget(Label1);
+    txtLog = new QPlainTextEdit(this);
+    txtLog->setObjectName(QStringLiteral("txtLog"));
+    txtLog->setAccessibleName(QStringLiteral("Nachrichten vom Gateway"));
+    txtLog->setReadOnly(true);
+    txtLog->setLineWrapMode(QPlainTextEdit::NoWrap);
+    Label1->setBuddy(txtLog);
+    layout->addWidget(txtLog, 1);
+
+    cmdClose = new QPushButton(QStringLiteral("Abbrechen"), this);
+    cmdClose->setObjectName(QStringLiteral("cmdClose"));
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch();
+    buttons->addWidget(cmdClose);
+    layout->addLayout(buttons);
+    connect(cmdClose, &QPushButton::clicked, this, &frmMultiSMSLog::cmdClose_Click);
+
+    resize(520, 380);
+    // Played from the load on; a later run finds it stopped, and so it stays.
+    mAni2::startAnimation(ani, LogClip);
+}
+
+frmMultiSMSLog::~frmMultiSMSLog() = default;
+
+void frmMultiSMSLog::cmdClose_Click()
+{
+    if (cmdClose->text() == QStringLiteral("Abbrechen")) {
+        abortRequested = true;
+        appendNote(QStringLiteral("!!!! Abbruch durch User"));
+    } else {
+        hide();
+    }
+}
+
+void frmMultiSMSLog::closeEvent(QCloseEvent* event)
+{
+    // The frame's close box does what the button does: during a run it stops the run and the
+    // window stays to show its end; afterwards it hides the window, which is never unloaded.
+    event->ignore();
+    cmdClose_Click();
+}
+
+void frmMultiSMSLog::logAnswer(const QString& answer)
+{
+    QTextCursor cursor(txtLog->document());
+    cursor.movePosition(QTextCursor::Start);
+    cursor.insertText(BulkLog::answerLines(answer, Clock::now()));
+    txtLog->viewport()->update();
+}
+
+void frmMultiSMSLog::appendNote(const QString& note)
+{
+    QTextCursor cursor(txtLog->document());
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(QStringLiteral("\r\n") + note);
+}
