@@ -3,6 +3,9 @@
 #include "toolkit/WebView.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
 
 int main(int argc, char* argv[])
 {
@@ -12,6 +15,13 @@ int main(int argc, char* argv[])
     QApplication app(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("Tarnholt"));
     QCoreApplication::setApplicationName(QStringLiteral("SMS"));
+    // The program speaks German, and so do Qt's own dialogs and buttons (file dialogs, "Ja",
+    // "Abbrechen"), whatever the desktop's language.
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    QTranslator qtTranslation;
+    if (qtTranslation.load(QLocale(QLocale::German), QStringLiteral("qt"), QStringLiteral("_"),
+                           QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&qtTranslation);
     mStarter::Main();
     return QApplication::exec();
 }

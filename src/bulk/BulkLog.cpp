@@ -3,15 +3,14 @@
 
 #include "settings/tools.h"
 
-#include <QLocale>
 #include <QStringList>
 
 namespace BulkLog {
 
 QString timestamp(const QDateTime& now)
 {
-    const QLocale locale = QLocale::system();
-    return locale.toString(now.date(), QLocale::ShortFormat) + u' ' + now.time().toString(QStringLiteral("HH:mm:ss"));
+    // As a German system writes the date and time: 23.11.2026 10:31:35.
+    return now.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss"));
 }
 
 QString answerLines(const QString& answer, const QDateTime& now)

@@ -10,6 +10,6 @@ namespace BulkLog {
 // time and " - ", each line ending in CR LF, the last part first: the text to put on top of
 // the log. An empty part gives a line with nothing behind the " - ".
 QString answerLines(const QString& answer, const QDateTime& now);
-// The date and time in the system's short form, with seconds.
+// The date and time as German systems write them, with seconds.
 QString timestamp(const QDateTime& now);
 } // namespace BulkLog

@@ -35,6 +35,8 @@ void BulkRun::run(const RecipientTable* table, frmMultiSMSLog* log, const Host& 
     QPointer<frmMultiSMSLog> window(log);
 
     const int count = rows ? rows->rowCount() : 0;
+    if (!log->isVisible() && host.placeWindow)
+        host.placeWindow(log);
     log->show();
     log->raise();
     log->txtLog->clear();

@@ -11,6 +11,7 @@
 
 class RecipientTable;
 class frmMultiSMSLog;
+class QWidget;
 
 class BulkRun
 {
@@ -25,6 +26,8 @@ public:
         std::function<void()> refreshCredits;
         // False once the main window is gone; the run then ends at once.
         std::function<bool()> alive;
+        // Where the log window comes up when it isn't shown yet.
+        std::function<void(QWidget*)> placeWindow;
     };
 
     // Whether a run is under way; a second one doesn't start from inside the first.

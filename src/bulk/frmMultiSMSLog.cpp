@@ -69,7 +69,6 @@ frmMultiSMSLog::frmMultiSMSLog()
     txtLog->setObjectName(QStringLiteral("txtLog"));
     txtLog->setAccessibleName(QStringLiteral("Nachrichten vom Gateway"));
     txtLog->setReadOnly(true);
-    txtLog->setLineWrapMode(QPlainTextEdit::NoWrap);
     Label1->setBuddy(txtLog);
     layout->addWidget(txtLog, 1);
 
