@@ -7,6 +7,7 @@
 #include "toolkit/mAni2.h"
 
 #include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPointer>
@@ -39,40 +40,47 @@ void BulkRun::run(const RecipientTable* table, frmMultiSMSLog* log, const Host& 
         host.placeWindow(log);
     log->show();
     log->raise();
-    log->txtLog->clear();
+    log->clearLog();
     log->abortRequested = false;
     log->pBar->setMinimum(0);
     log->pBar->setValue(0);
     log->pBar->setMaximum(count + 3);
 
     int position = 1;
+    QString progressText;
+    QElapsedTimer sinceYield;
+    sinceYield.start();
     for (int row = 0; row < count; ++row) {
         if (!host.alive() || !window)
             break;
         if (window->abortRequested || !rows || row >= rows->rowCount()) {
-            window->lblSend->setText(QStringLiteral("Wird abgebrochen bitte warten ..."));
+            progressText = QStringLiteral("Wird abgebrochen bitte warten ...");
         } else {
             const RecipientRow r = rows->rows().at(row);
-            const QString text = RecipientText::rowText(host.messageText(), r.Name, r.Freitext1, r.Freitext2);
+            const QString message = RecipientText::rowText(host.messageText(), r.Name, r.Freitext1, r.Freitext2);
             const std::optional<QString> number = RecipientText::rowNumber(r.Nummer);
             if (!number) {
                 window->appendNote(
                     QStringLiteral("!!!! Abbruch in Zeile %1 (%2): Die Rufnummer fehlt.").arg(row + 1).arg(r.Name));
                 break;
             }
-            host.sendMessage(*number, text, r.Name);
+            host.sendMessage(*number, message, r.Name);
             if (!host.alive() || !window)
                 break;
-            window->lblSend->setText(
-                QStringLiteral("Es wurden bereits %1 von %2 SMS versendet.").arg(position).arg(count));
+            progressText = QStringLiteral("Es wurden bereits %1 von %2 SMS versendet.").arg(position).arg(count);
         }
         ++position;
-        window->pBar->setValue(position);
-        // Where no request waits (the server folder), the windows still get their turn here.
-        QCoreApplication::processEvents();
+        window->setProgress(position, progressText);
+        // Where no request waits (the server folder), the windows still get their turn here, often
+        // enough to stay live, seldom enough not to slow the run.
+        if (sinceYield.elapsed() >= 15) {
+            QCoreApplication::processEvents();
+            sinceYield.restart();
+        }
     }
 
     if (window) {
+        window->showNow();
         window->pBar->setValue(window->pBar->maximum());
         window->cmdClose->setText(QStringLiteral("Schliessen"));
         window->lblSend->setText(QStringLiteral("Vorgang abgeschlossen"));

@@ -14,6 +14,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTextCursor>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -80,6 +81,11 @@ frmMultiSMSLog::frmMultiSMSLog()
     layout->addLayout(buttons);
     connect(cmdClose, &QPushButton::clicked, this, &frmMultiSMSLog::cmdClose_Click);
 
+    m_show = new QTimer(this);
+    m_show->setSingleShot(true);
+    m_show->setInterval(50);
+    connect(m_show, &QTimer::timeout, this, &frmMultiSMSLog::showNow);
+
     resize(520, 380);
     // Played from the load on; a later run finds it stopped, and so it stays.
     mAni2::startAnimation(ani, LogClip);
@@ -107,10 +113,49 @@ void frmMultiSMSLog::closeEvent(QCloseEvent* event)
 
 void frmMultiSMSLog::logAnswer(const QString& answer)
 {
-    QTextCursor cursor(txtLog->document());
-    cursor.movePosition(QTextCursor::Start);
-    cursor.insertText(BulkLog::answerLines(answer, Clock::now()));
-    txtLog->viewport()->update();
+    m_pendingAnswers.prepend(BulkLog::answerLines(answer, Clock::now()));
+    scheduleShow();
+}
+
+void frmMultiSMSLog::setProgress(int value, const QString& text)
+{
+    m_pendingValue = value;
+    m_pendingText = text;
+    m_textPending = true;
+    scheduleShow();
+}
+
+void frmMultiSMSLog::scheduleShow()
+{
+    if (!m_show->isActive())
+        m_show->start();
+}
+
+void frmMultiSMSLog::showNow()
+{
+    m_show->stop();
+    if (!m_pendingAnswers.isEmpty()) {
+        QTextCursor cursor(txtLog->document());
+        cursor.movePosition(QTextCursor::Start);
+        cursor.insertText(m_pendingAnswers);
+        m_pendingAnswers.clear();
+    }
+    if (m_pendingValue >= 0) {
+        pBar->setValue(m_pendingValue);
+        m_pendingValue = -1;
+    }
+    if (m_textPending) {
+        lblSend->setText(m_pendingText);
+        m_textPending = false;
+    }
+}
+
+void frmMultiSMSLog::clearLog()
+{
+    m_pendingAnswers.clear();
+    m_pendingValue = -1;
+    m_textPending = false;
+    txtLog->clear();
 }
 
 void frmMultiSMSLog::appendNote(const QString& note)

@@ -9,6 +9,7 @@ class QLabel;
 class QPlainTextEdit;
 class QProgressBar;
 class QPushButton;
+class QTimer;
 
 class frmMultiSMSLog : public QWidget
 {
@@ -25,6 +26,12 @@ public:
 
     // Puts the answer's parts on top of the log, each behind the current date and time.
     void logAnswer(const QString& answer);
+    // Empties the log for a new run.
+    void clearLog();
+    // The run's progress: the bar's value and lblSend. Shown a moment later, together with the
+    // answers that came meanwhile; showNow() brings everything up to date at once.
+    void setProgress(int value, const QString& text);
+    void showNow();
     // A line under everything logged so far.
     void appendNote(const QString& note);
 
@@ -40,4 +47,13 @@ protected:
 private:
     frmMultiSMSLog();
     void cmdClose_Click();
+    // Answers and progress come faster than a window can be drawn for each; the window shows
+    // them a few times a second, all that came meanwhile at once.
+    void scheduleShow();
+
+    QString m_pendingAnswers;
+    int m_pendingValue = -1;
+    QString m_pendingText;
+    bool m_textPending = false;
+    QTimer* m_show;
 };
