@@ -4,6 +4,7 @@
 #include "MessageBoxScript.h"
 #include "bulk/frmMultiSMS.h"
 #include "bulk/frmMultiSMSLog.h"
+#include "toolkit/Inet.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 
@@ -151,7 +152,8 @@ private slots:
         MessageBoxScript boxes;
         boxes.answer(MessageBox::Answer::Yes);
         if (abort) {
-            // Pressed at the first moment the run lets the windows in.
+            // Pressed at the first moment the run lets the windows in: while the first request is
+            // on its way (or the second, where the first was quick enough to be done).
             QTimer::singleShot(0, this, [] { frmMultiSMSLog::loaded()->cmdClose->click(); });
         }
         send({ { "A", "0049171", "", "" },
@@ -161,9 +163,14 @@ private slots:
              QStringLiteral("Hallo"));
         QCOMPARE(log()->lblSend->text(), QStringLiteral("Vorgang abgeschlossen"));
         QCOMPARE(log()->pBar->value(), log()->pBar->maximum());
-        QTRY_COMPARE(sentTexts(), QStringList { QStringLiteral("0049171 Hallo") });
-        // The note stands under the answers, however many come later.
-        QTRY_VERIFY(log()->txtLog->toPlainText().count(QStringLiteral(" - ")) == 2);
+        // The last request may still be on its way.
+        QTRY_VERIFY(!m_harness.child<Inet>("iNet")->StillExecuting());
+        const QStringList sent = sentTexts();
+        QVERIFY(!sent.isEmpty() && sent.size() <= (abort ? 2 : 1));
+        QCOMPARE(sent.first(), QStringLiteral("0049171 Hallo"));
+        // The rows after the stop fly past; the note stands under the answers, however many come
+        // later.
+        QTRY_COMPARE(log()->txtLog->toPlainText().count(QStringLiteral(" - ")), 2 * int(sent.size()));
         QVERIFY(log()->txtLog->toPlainText().endsWith(u'\n' + note));
     }
 };
