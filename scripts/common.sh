@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
-# Shared by run.sh and test.sh: installs what a fresh Debian 12 machine lacks, then configures
-# and builds into build/ with two jobs.
+# Shared by run.sh, test.sh and the robustness scripts: installs what a fresh Debian 12 machine
+# lacks, then configures and builds into build/ with two jobs.
 set -euo pipefail
 
 QUELLBOTE_PACKAGES=(build-essential cmake qt6-base-dev qt6-webengine-dev qt6-httpserver-dev
     qt6-websockets-dev qt6-svg-dev libgl-dev xvfb xauth)
+# For the fuzz harnesses (scripts/robustness.sh, fuzz/run.sh): clang and its libFuzzer runtime.
+QUELLBOTE_FUZZ_PACKAGES=(clang-14 libclang-rt-14-dev)
 
 install_missing_packages() {
     local missing=()
@@ -23,4 +25,12 @@ configure_and_build() {
     local build_dir="$1"; shift
     cmake -S . -B "$build_dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@"
     cmake --build "$build_dir" -j2
+}
+
+# A clang tree with the fuzz harnesses and nothing else; the compiler is fixed when the tree is
+# first configured.
+configure_fuzz_tree() {
+    local build_dir="$1"; shift
+    CC=clang-14 CXX=clang++-14 cmake -S . -B "$build_dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+        -DQUELLBOTE_FUZZ=ON -DBUILD_TESTING=OFF "$@"
 }

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A .msms file as it comes from disk: the whole input is the file, loaded through
+// RecipientTable::load, and the same bytes as one line through parseLine.
+#include "FuzzCheck.h"
+#include "bulk/RecipientTable.h"
+#include "toolkit/Codepage.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+const QTemporaryDir& folder()
+{
+    static const QTemporaryDir dir;
+    return dir;
+}
+
+void writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    FUZZ_CHECK(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    FUZZ_CHECK(file.write(bytes) == bytes.size());
+}
+
+bool sameRows(const QList<RecipientRow>& a, const QList<RecipientRow>& b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (qsizetype i = 0; i < a.size(); ++i) {
+        if (a[i].Name != b[i].Name || a[i].Nummer != b[i].Nummer || a[i].Freitext1 != b[i].Freitext1
+            || a[i].Freitext2 != b[i].Freitext2 || a[i].Tag != b[i].Tag)
+            return false;
+    }
+    return true;
+}
+
+// Whether a value comes back from the code page as it went in.
+bool survivesCodepage(const QString& value)
+{
+    return Codepage::fromWindows1252(Codepage::toWindows1252(value)) == value;
+}
+
+void checkFileLoad(const QByteArray& bytes)
+{
+    const QString path = folder().filePath(QStringLiteral("fuzz.msms"));
+    writeFile(path, bytes);
+
+    RecipientTable table;
+    if (!table.load(path)) {
+        // A failed load leaves nothing of the file behind.
+        FUZZ_CHECK(table.rows().isEmpty());
+        FUZZ_CHECK(table.entryCounter() == 0);
+        return;
+    }
+    const QList<RecipientRow>& rows = table.rows();
+    FUZZ_CHECK(table.entryCounter() == rows.size());
+    FUZZ_CHECK(table.rowCount() == rows.size());
+    bool roundTrips = true;
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        const RecipientRow& row = rows[i];
+        FUZZ_CHECK(row.Tag == i + 1);
+        FUZZ_CHECK(row.Nummer.startsWith(QStringLiteral("00")));
+        for (const QString* value : { &row.Name, &row.Nummer, &row.Freitext1, &row.Freitext2 }) {
+            FUZZ_CHECK(!value->contains(u';'));
+            FUZZ_CHECK(!value->contains(u'\r'));
+            roundTrips = roundTrips && survivesCodepage(*value);
+        }
+    }
+    table.recalcMaxSizes();
+    FUZZ_CHECK(table.getMaxNameSize() >= 0 && table.getMaxFrei1Size() >= 0 && table.getMaxFrei2Size() >= 0);
+
+    // What was loaded is saved and loaded again unchanged: no value holds a ";" or a CR, and
+    // every number now begins with "00".
+    const QString copy = folder().filePath(QStringLiteral("copy.msms"));
+    FileFailure failure;
+    FUZZ_CHECK(table.save(copy, {}, &failure));
+    RecipientTable again;
+    FUZZ_CHECK(again.load(copy));
+    if (roundTrips)
+        FUZZ_CHECK(sameRows(rows, again.rows()));
+    else
+        FUZZ_CHECK(again.rows().size() == rows.size());
+}
+
+void checkSingleLine(const QString& line)
+{
+    RecipientTable table;
+    table.setPrefixAdded(false);
+    const bool parsed = table.parseLine(line);
+    const QStringList fields = line.split(u';');
+    const bool malformed = line.size() >= 4 && (fields.size() < 2 || fields.at(1).isEmpty());
+    FUZZ_CHECK(parsed == !malformed);
+    const qsizetype added = table.rows().size();
+    FUZZ_CHECK(added == ((parsed && line.size() >= 4) ? 1 : 0));
+    if (added == 1) {
+        const RecipientRow& row = table.rows().constFirst();
+        FUZZ_CHECK(row.Tag == 1 && table.entryCounter() == 1);
+        FUZZ_CHECK(row.Name == fields.at(0));
+        FUZZ_CHECK(row.Nummer.startsWith(QStringLiteral("00")));
+        // The German prefix is put in front exactly when the number lacked the "00".
+        FUZZ_CHECK(table.prefixAdded() == !fields.at(1).startsWith(QStringLiteral("00")));
+    }
+}
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
+    checkFileLoad(bytes);
+    checkSingleLine(Codepage::fromWindows1252(bytes));
+    return 0;
+}

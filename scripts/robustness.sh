@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# The slower checks CI runs after test.sh: every fuzz harness for a bounded time in a clang tree
+# (build-fuzz/), and the rule tests built with the address and undefined-behaviour sanitizers
+# (build-asan/). "scripts/robustness.sh fuzz" or "... asan" runs one of the two.
+#   QUELLBOTE_JOBS       parallel jobs for building and for ctest (default 2)
+#   QUELLBOTE_FUZZ_SECONDS  how long each harness runs (default 20)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/common.sh
+
+jobs="${QUELLBOTE_JOBS:-2}"
+what="${1:-all}"
+case "$what" in
+all | fuzz | asan) ;;
+*) echo "usage: scripts/robustness.sh [all|fuzz|asan]" >&2; exit 2 ;;
+esac
+
+took() { echo "== $1: $(( SECONDS - $2 )) s"; }
+
+install_missing_packages "${QUELLBOTE_FUZZ_PACKAGES[@]}"
+
+if [ "$what" != asan ]; then
+    start=$SECONDS
+    configure_fuzz_tree build-fuzz -DQUELLBOTE_FUZZ_SECONDS="${QUELLBOTE_FUZZ_SECONDS:-20}"
+    cmake --build build-fuzz --target quellbote_fuzzers -j"$jobs"
+    took "fuzz build" $start
+    start=$SECONDS
+    ctest --test-dir build-fuzz -L fuzz --no-tests=error --output-on-failure -j"$jobs"
+    took "fuzz run" $start
+fi
+
+if [ "$what" != fuzz ]; then
+    start=$SECONDS
+    cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQUELLBOTE_SANITIZE=ON
+    cmake --build build-asan --target quellbote_core_tests -j"$jobs"
+    took "sanitizer build" $start
+    start=$SECONDS
+    # Undefined behaviour fails the test instead of being printed and passed over.
+    export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1"
+    export ASAN_OPTIONS="strict_string_checks=1:detect_stack_use_after_return=1"
+    ctest --test-dir build-asan -L core --no-tests=error --output-on-failure -j"$jobs"
+    took "sanitizer tests" $start
+fi
