@@ -3,6 +3,7 @@
 
 #include "CronRules.h"
 #include "ScheduleDialogRules.h"
+#include "settings/frmOptionen.h"
 #include "toolkit/Clock.h"
 #include "toolkit/HeaderBand.h"
 #include "toolkit/LinkLabel.h"
@@ -575,7 +576,9 @@ void frmTimeControl::cbCancel_Click()
 
 void frmTimeControl::lblEditCronSMS_Click()
 {
-    // The job list is a pane of the options dialog; this dialog stays open behind it.
+    // The job list is a pane of the options dialog; this dialog stays open behind it, with the
+    // user's choices.
+    frmOptionen::showOptionTerminversand(this);
 }
 
 std::optional<CCronjob> frmTimeControl::showTimeControl(const QString& lastStartTime, QWidget* owner)

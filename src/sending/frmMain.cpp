@@ -17,6 +17,7 @@
 #include "settings/ProxyConfig.h"
 #include "settings/ToolRegistry.h"
 #include "settings/cOptionen.h"
+#include "settings/frmOptionen.h"
 #include "settings/frmSignaturen.h"
 #include "settings/mSignaturen.h"
 #include "settings/tools.h"
@@ -356,7 +357,7 @@ void frmMain::optionsBar_PanelClick(const QString& key)
     if (click.warnNoSender) {
         MessageBox::show(this, QStringLiteral("Sie haben keine Absenderkennung eingegeben."), MessageBox::Buttons::Ok,
                          MessageBox::Icon::Warning, ProductName());
-        // The options dialog, which asks for the sender identity, comes with the settings work.
+        frmOptionen::showOptionen(this);
     }
     Options().save();
     updateCost();

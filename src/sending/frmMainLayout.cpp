@@ -2,9 +2,11 @@
 // The main window's controls, their layout, and the wiring of their events.
 #include "MessageSize.h"
 #include "OptionsBar.h"
+#include "account/frmNoInternet.h"
 #include "frmMain.h"
 #include "settings/CUrlStore.h"
 #include "settings/OemTheme.h"
+#include "settings/frmOptionen.h"
 #include "settings/tools.h"
 #include "toolkit/Inet.h"
 #include "toolkit/OpenInBrowser.h"
@@ -20,6 +22,7 @@
 #include <QLinearGradient>
 #include <QListWidget>
 #include <QMenu>
+#include <QPointer>
 #include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -380,6 +383,15 @@ void frmMain::connectHandlers()
     connect(lblUpdate, &QLabel::linkActivated, this, &frmMain::startUpdater);
     picUpdate->installEventFilter(this);
     connect(tbMultiSMS, &QAbstractButton::clicked, this, &frmMain::tbMultiSMS_Click);
+    connect(tbOptions, &QAbstractButton::clicked, this, [this] { frmOptionen::showModal(this); });
+    connect(lblBuyCredits, &QLabel::linkActivated, this, [this] {
+        QPointer<frmMain> self(this);
+        frmOptionen::showBuyCredits(this);
+        // What was bought shows at once, not only at the next query of the timer.
+        if (self)
+            refreshCredits();
+    });
+    frmNoInternet::setOptionsOpener([](QWidget* owner) { frmOptionen::showModal(owner); });
     connect(iNet, &Inet::StateChanged, this, &frmMain::iNet_StateChanged);
     connect(iNet2, &Inet::StateChanged, this, &frmMain::iNet2_StateChanged);
     connect(tm, &QTimer::timeout, this, &frmMain::tm_Timer);

@@ -42,6 +42,12 @@ QString chooseDataFileToSave(QWidget* owner)
                  { QStringLiteral("MultiSMS Datendatei (*.msms)") } });
 }
 
+QString chooseFolder(QWidget* owner)
+{
+    // The prompt has always read so.
+    return run(owner, { Dialog::Mode::Folder, QStringLiteral("Select your Windows\\System\\ directory"), {} });
+}
+
 void setHandler(Handler h)
 {
     handler() = std::move(h);

@@ -15,7 +15,7 @@ namespace FileChooser {
 
 struct Dialog
 {
-    enum class Mode { Open, Save };
+    enum class Mode { Open, Save, Folder };
     Mode mode = Mode::Open;
     QString title;
     QStringList filters; // "Description (pattern)", in the dialog's order
@@ -28,6 +28,9 @@ QString chooseDataFileToOpen(QWidget* owner);
 // "Datendatei speichern": any name; the dialog neither adds an ending nor asks before
 // overwriting, the caller does both.
 QString chooseDataFileToSave(QWidget* owner);
+
+// A folder for the server's job files, with the prompt "Select your Windows\System\ directory".
+QString chooseFolder(QWidget* owner);
 
 // Replaces the real dialogs; an empty handler restores them.
 void setHandler(Handler handler);

@@ -1,0 +1,285 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "frmOptionen.h"
+
+#include "CUrlStore.h"
+#include "OptionsAccountPane.h"
+#include "OptionsDialogRules.h"
+#include "OptionsProxyPane.h"
+#include "OptionsSendingPane.h"
+#include "OptionsServerPane.h"
+#include "OptionsWebPane.h"
+#include "account/frmLogin.h"
+#include "cOptionen.h"
+#include "sending/frmMain.h"
+#include "toolkit/HeaderBand.h"
+#include "toolkit/MessageBox.h"
+#include "toolkit/ToolbarButton.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+// 0xFFD7CB as the colour is stored (blue, green, red): a light blue.
+const QColor Highlighted(0xCB, 0xD7, 0xFF);
+
+struct PaneButton
+{
+    const char* name;
+    const char* caption;
+    const char* picture;
+};
+const std::array<PaneButton, 6> PaneButtons { {
+    { "tbKontodaten", "Kontodaten", ":/pictures/user.svg" },
+    { "tbVersandoperationen", "Versandoptionen", ":/pictures/send.svg" },
+    { "tbCreditsKaufen", "Credits kaufen", ":/pictures/credits.svg" },
+    { "tbTerminversand", "Terminversand", ":/pictures/terminversand.svg" },
+    { "tbQuellboteServer", "Quellbote Server", ":/pictures/server.svg" },
+    { "tbProxy", "Proxy-Einstellungen", ":/pictures/proxy.svg" },
+} };
+} // namespace
+
+frmOptionen::frmOptionen(QWidget* owner)
+    : QDialog(owner)
+{
+    setObjectName(QStringLiteral("frmOptionen"));
+    setWindowTitle(QStringLiteral("Einstellungen"));
+    buildControls();
+    m_stayOpen = false;
+    LoadFromOptions();
+    highlight(QStringLiteral("1"));
+}
+
+frmOptionen::~frmOptionen() = default;
+
+void frmOptionen::buildControls()
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* header = new HeaderBand(QStringLiteral("Einstellungen"),
+                                  QStringLiteral("Hier können Sie die Versandoptionen anpassen, Ihren Benutzernamen "
+                                                 "eingeben und neue SMS-Credits erwerben."),
+                                  QStringLiteral(":/pictures/options.svg"), this);
+    header->titleLabel()->setObjectName(QStringLiteral("Label7"));
+    header->textLabel()->setObjectName(QStringLiteral("Label12"));
+    layout->addWidget(header);
+
+    auto* body = new QHBoxLayout;
+    body->setContentsMargins(8, 8, 8, 0);
+    auto* tree = new QVBoxLayout;
+    tree->setSpacing(2);
+    for (int i = 0; i < 6; ++i) {
+        auto* button = new TreeButton(this);
+        button->setObjectName(QLatin1String(PaneButtons[i].name));
+        button->setCaption(QString::fromUtf8(PaneButtons[i].caption));
+        button->setPicture(QIcon(QLatin1String(PaneButtons[i].picture)));
+        button->setPictureHover(QIcon(QLatin1String(PaneButtons[i].picture)));
+        button->setMinimumWidth(120);
+        const QString number = QString::number(i + 1);
+        connect(button, &QAbstractButton::clicked, this, [this, number] {
+            selectPane(number);
+            highlight(number);
+        });
+        tree->addWidget(button);
+        m_treeButtons[size_t(i)] = button;
+    }
+    tree->addStretch();
+    body->addLayout(tree);
+
+    auto* panes = new QGridLayout;
+    boxKontodaten = new OptionsAccountPane(this);
+    boxVersandoptionen = new OptionsSendingPane(this);
+    boxBuySMS = new OptionsWebPane({ "boxBuySMS", "Label14", "Label13", "ani", "wBrowser" },
+                                   QStringLiteral("Credits einkaufen"),
+                                   QStringLiteral("Die Verbindung zum Onlineshop wird aufgebaut. Bitte haben Sie "
+                                                  "einen Moment Geduld."),
+                                   this);
+    boxTerminversand = new OptionsWebPane(
+        { "boxTerminversand", "lblHeaderTerminversand", "lblLoadTerminversand", "aniTerminversand",
+          "wBrowserTerminversand" },
+        QStringLiteral("Terminversand"),
+        QStringLiteral("Eine Liste der aktiven SMS - Aufträge wird erstellt. Bitte haben Sie einen Moment Geduld."),
+        this);
+    boxXmlServerSettings = new OptionsServerPane(this);
+    boxProxyConfiguration = new OptionsProxyPane(this);
+    // Filled by the address book; nothing shows it.
+    boxOutlookIntegration = new QWidget(this);
+    boxOutlookIntegration->setObjectName(QStringLiteral("boxOutlookIntegration"));
+    for (QWidget* box : { static_cast<QWidget*>(boxKontodaten), static_cast<QWidget*>(boxVersandoptionen),
+                          static_cast<QWidget*>(boxBuySMS), static_cast<QWidget*>(boxTerminversand),
+                          static_cast<QWidget*>(boxXmlServerSettings), static_cast<QWidget*>(boxProxyConfiguration),
+                          boxOutlookIntegration }) {
+        // The panes lie on top of each other, in the dialog's button colour.
+        box->setAutoFillBackground(true);
+        box->setBackgroundRole(QPalette::Button);
+        box->hide();
+        panes->addWidget(box, 0, 0);
+    }
+    body->addLayout(panes, 1);
+    layout->addLayout(body, 1);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->setContentsMargins(8, 8, 8, 8);
+    buttons->addStretch();
+    cmdSave = new QPushButton(QStringLiteral("&OK"), this);
+    cmdSave->setObjectName(QStringLiteral("cmdSave"));
+    cmdCancel = new QPushButton(QStringLiteral("&Abbrechen"), this);
+    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
+    cmdApply = new QPushButton(QStringLiteral("&Übernehmen"), this);
+    cmdApply->setObjectName(QStringLiteral("cmdApply"));
+    cmdSave->setDefault(true);
+    buttons->addWidget(cmdSave);
+    buttons->addWidget(cmdCancel);
+    buttons->addWidget(cmdApply);
+    layout->addLayout(buttons);
+
+    const auto enableApply = [this] {
+        cmdApply->setEnabled(true);
+    };
+    connect(boxKontodaten, &OptionsAccountPane::changed, this, enableApply);
+    connect(boxVersandoptionen, &OptionsSendingPane::changed, this, enableApply);
+    connect(boxVersandoptionen, &OptionsSendingPane::saveAllowed, this, [this](bool allowed) {
+        cmdApply->setEnabled(allowed);
+        cmdSave->setEnabled(allowed);
+    });
+    connect(boxProxyConfiguration, &OptionsProxyPane::changed, this, enableApply);
+    // An oddity of the folder chooser that has always been there: the e-mail label goes blank.
+    connect(boxXmlServerSettings, &OptionsServerPane::folderChosen, this,
+            [this] { boxKontodaten->Label1->setText(QString()); });
+    connect(boxBuySMS, &OptionsWebPane::closeRequested, this, &QDialog::close);
+    connect(cmdApply, &QPushButton::clicked, this, &frmOptionen::cmdApply_Click);
+    connect(cmdSave, &QPushButton::clicked, this, &frmOptionen::cmdSave_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    resize(720, 560);
+}
+
+void frmOptionen::LoadFromOptions()
+{
+    boxKontodaten->load();
+    boxVersandoptionen->load();
+    boxXmlServerSettings->load();
+    boxProxyConfiguration->load();
+    m_contactStoreID = Options().ContactStoreID();
+    m_contactEntryID = Options().ContactEntryID();
+    // The copying has fired the change handlers.
+    cmdApply->setEnabled(false);
+    selectPane(QStringLiteral("1"));
+}
+
+void frmOptionen::SaveToOptions()
+{
+    boxKontodaten->save();
+    boxVersandoptionen->save();
+    boxXmlServerSettings->save();
+    Options().setContactStoreID(m_contactStoreID);
+    Options().setContactEntryID(m_contactEntryID);
+    if (!boxProxyConfiguration->save()) {
+        MessageBox::show(this, QStringLiteral("Sie müssen eine Portnummer eingeben"), MessageBox::Buttons::Ok,
+                         MessageBox::Icon::None, QStringLiteral("Quellbote"));
+        m_stayOpen = true;
+        selectPane(QStringLiteral("6"));
+        if (boxProxyConfiguration->txtProxyPort->isEnabled())
+            boxProxyConfiguration->txtProxyPort->setFocus();
+    }
+    // Stored whatever went before.
+    Options().save();
+    if (frmMain* main = frmMain::instance())
+        main->setOptionsBar();
+}
+
+void frmOptionen::cmdApply_Click()
+{
+    SaveToOptions();
+    cmdApply->setEnabled(false);
+}
+
+void frmOptionen::cmdSave_Click()
+{
+    SaveToOptions();
+    const bool stay = m_stayOpen;
+    m_stayOpen = false;
+    if (!stay)
+        accept();
+}
+
+QWidget* frmOptionen::pane(const QString& number) const
+{
+    const QList<QWidget*> boxes { boxKontodaten,    boxVersandoptionen,   boxBuySMS,
+                                  boxTerminversand, boxXmlServerSettings, boxProxyConfiguration };
+    bool ok = false;
+    const int index = number.toInt(&ok) - 1;
+    return ok && index >= 0 && index < boxes.size() ? boxes.at(index) : nullptr;
+}
+
+QString frmOptionen::pageColour() const
+{
+    const QColor face = palette().color(QPalette::Button);
+    return OptionsDialogRules::colourText(face.red(), face.green(), face.blue());
+}
+
+void frmOptionen::selectPane(const QString& number)
+{
+    for (int i = 1; i <= 6; ++i)
+        pane(QString::number(i))->hide();
+    boxBuySMS->hidePage();
+    boxTerminversand->hidePage();
+    cmdSave->show();
+    cmdCancel->show();
+    cmdApply->show();
+    QWidget* box = pane(number);
+    if (!box)
+        return;
+    box->show();
+    if (number == u"3") {
+        cmdSave->hide();
+        cmdCancel->hide();
+        cmdApply->hide();
+    }
+    // The pages load anew at each visit; a user without a stored password is asked now.
+    if (number == u"3") {
+        boxBuySMS->load(
+            OptionsDialogRules::shopUrl(Urls().BuyCredits(), Options().Username(), GetKennwort(this), pageColour()));
+    } else if (number == u"4") {
+        boxTerminversand->load(OptionsDialogRules::jobListUrl(Urls().EditCronSMS(), Options().Username(),
+                                                              GetKennwort(this), pageColour()));
+    }
+}
+
+void frmOptionen::highlight(const QString& number)
+{
+    for (int i = 0; i < 6; ++i)
+        m_treeButtons[size_t(i)]->setThemedBackColor(QString::number(i + 1) == number ? Highlighted : Qt::white);
+}
+
+void frmOptionen::showModal(QWidget* owner)
+{
+    frmOptionen dialog(owner);
+    dialog.exec();
+}
+
+void frmOptionen::showBuyCredits(QWidget* owner)
+{
+    frmOptionen dialog(owner);
+    dialog.selectPane(QStringLiteral("3"));
+    dialog.exec();
+}
+
+void frmOptionen::showOptionen(QWidget* owner)
+{
+    auto* dialog = new frmOptionen(owner); // closes itself
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->show();
+    dialog->selectPane(QStringLiteral("2"));
+}
+
+void frmOptionen::showOptionTerminversand(QWidget* owner)
+{
+    frmOptionen dialog(owner);
+    dialog.selectPane(QStringLiteral("4"));
+    dialog.highlight(QStringLiteral("4"));
+    dialog.exec();
+}

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// "Einstellungen": the settings in six panes chosen by a column of buttons (account, sending,
+// the Credits shop, the scheduled jobs, the local server, the proxy). It works on the one
+// options record and writes it on OK and Apply.
+#pragma once
+
+#include <QDialog>
+
+#include <array>
+
+class HeaderBand;
+class OptionsAccountPane;
+class OptionsProxyPane;
+class OptionsSendingPane;
+class OptionsServerPane;
+class OptionsWebPane;
+class QPushButton;
+class TreeButton;
+
+class frmOptionen : public QDialog
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(frmOptionen)
+
+public:
+    explicit frmOptionen(QWidget* owner);
+    ~frmOptionen() override;
+
+    // Modal over owner, on pane "1".
+    static void showModal(QWidget* owner);
+    // Modal, on the shop; the highlight stays on "Kontodaten".
+    static void showBuyCredits(QWidget* owner);
+    // Not modal, on "Versandoptionen"; the highlight stays where the load put it.
+    static void showOptionen(QWidget* owner);
+    // Modal, on the list of scheduled jobs.
+    static void showOptionTerminversand(QWidget* owner);
+
+    // Shows the pane of that number ("1" to "6"); an unknown number shows none.
+    void selectPane(const QString& number);
+    // The button of that number gets the light blue, the others white.
+    void highlight(const QString& number);
+
+    QPushButton* cmdSave;
+    QPushButton* cmdCancel;
+    QPushButton* cmdApply;
+    OptionsAccountPane* boxKontodaten;
+    OptionsSendingPane* boxVersandoptionen;
+    OptionsWebPane* boxBuySMS;
+    OptionsWebPane* boxTerminversand;
+    OptionsServerPane* boxXmlServerSettings;
+    OptionsProxyPane* boxProxyConfiguration;
+    QWidget* boxOutlookIntegration;
+
+private:
+    void buildControls();
+    void LoadFromOptions();
+    void SaveToOptions();
+    void cmdApply_Click();
+    void cmdSave_Click();
+    QWidget* pane(const QString& number) const;
+    QString pageColour() const;
+
+    std::array<TreeButton*, 6> m_treeButtons {};
+    bool m_stayOpen = false;
+    QString m_contactStoreID;
+    QString m_contactEntryID;
+};
