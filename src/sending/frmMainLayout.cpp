@@ -383,11 +383,16 @@ void frmMain::connectHandlers()
     connect(lblUpdate, &QLabel::linkActivated, this, &frmMain::startUpdater);
     picUpdate->installEventFilter(this);
     connect(tbMultiSMS, &QAbstractButton::clicked, this, &frmMain::tbMultiSMS_Click);
-    connect(tbOptions, &QAbstractButton::clicked, this, [this] { frmOptionen::showModal(this); });
+    // What was bought in the shop shows at once, not only at the next query of the timer.
+    connect(tbOptions, &QAbstractButton::clicked, this, [this] {
+        QPointer<frmMain> self(this);
+        frmOptionen::showModal(this);
+        if (self)
+            refreshCredits();
+    });
     connect(lblBuyCredits, &QLabel::linkActivated, this, [this] {
         QPointer<frmMain> self(this);
         frmOptionen::showBuyCredits(this);
-        // What was bought shows at once, not only at the next query of the timer.
         if (self)
             refreshCredits();
     });

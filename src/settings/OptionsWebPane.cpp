@@ -39,6 +39,8 @@ OptionsWebPane::OptionsWebPane(const Names& names, const QString& heading, const
     connect(browser, &WebView::documentComplete, this, [this] {
         mAni2::stopAnimation(ani);
         ani->hide();
+        // The page takes the place of the loading text.
+        loadingLabel->hide();
         browser->show();
     });
     // The navigation goes ahead; the dialog closes around it.
@@ -56,6 +58,7 @@ void OptionsWebPane::hidePage()
 void OptionsWebPane::load(const QString& url)
 {
     ani->show();
+    loadingLabel->show();
     mAni2::startAnimation(ani, OptionsClip);
     browser->navigate(url);
 }
