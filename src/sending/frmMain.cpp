@@ -7,6 +7,9 @@
 #include "OptionsBar.h"
 #include "Prefixes.h"
 #include "Version.h"
+#include "account/frmHelp.h"
+#include "account/frmNews.h"
+#include "account/frmPhonebook.h"
 #include "bulk/frmMultiSMS.h"
 #include "bulk/frmMultiSMSLog.h"
 #include "frmSplash.h"
@@ -98,6 +101,8 @@ frmMain::~frmMain()
     // The side window goes with the main window, even when that was never closed.
     delete frmMultiSMS::loaded();
     delete frmMultiSMSLog::loaded();
+    delete frmNews::loaded();
+    delete frmHelp::loaded();
 }
 
 frmMain* frmMain::instance()
@@ -147,6 +152,7 @@ void frmMain::load(frmSplash* splash)
     tooltip->setStyle(1);
     tooltip->setIcon(1);
     info(QStringLiteral("News herunterladen ..."));
+    frmNews::load()->checkForInfo();
     info(QStringLiteral("Optionen wiederherstellen ..."));
     setOptionsBar();
     info(QStringLiteral("Sitzung wiederherstellen ..."));
@@ -494,8 +500,13 @@ void frmMain::changeEvent(QEvent* event)
         }
         if (isMultiSMSMode && frmMultiSMS::loaded())
             frmMultiSMS::loaded()->hide();
-    } else if (isMultiSMSMode) {
-        frmMultiSMS::instance()->show();
+        if (isPhonebookOpen && m_phonebook)
+            m_phonebook->hide();
+    } else {
+        if (isMultiSMSMode)
+            frmMultiSMS::instance()->show();
+        if (isPhonebookOpen && m_phonebook)
+            m_phonebook->show();
     }
 }
 
@@ -517,6 +528,9 @@ void frmMain::closeEvent(QCloseEvent* event)
     saveSession();
     if (frmMultiSMS* side = frmMultiSMS::loaded())
         side->close();
+    disposePhonebook();
+    if (frmNews* news = frmNews::loaded())
+        news->close();
     if (m_minimizeWarning)
         m_minimizeWarning->close();
     event->accept();

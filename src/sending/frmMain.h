@@ -14,6 +14,7 @@
 
 class frmSplash;
 class frmMinimizeWarning;
+class frmPhonebook;
 class mTrayIcon;
 class OptionsBar;
 class CTooltip;
@@ -66,6 +67,13 @@ public:
     void tbMultiSMS_Click();
     void showMultiSMS();
     void disableMultiSMS();
+    // The phonebook beside the window: opened and closed by tbPhonebook.
+    void tbPhonebook_Click();
+    void showPhonebook();
+    void disposePhonebook();
+    // An entry the phonebook hands over ("telefon://Name@Nummer") into the recipient fields.
+    enum class PhonebookEntry { Taken, NotMobile, Failed };
+    PhonebookEntry takePhonebookEntry(const QString& address);
     // The balance query; blocks until the service answered.
     void refreshCredits();
     // The version check of the start.
@@ -202,5 +210,6 @@ private:
     CTooltip* tooltip = nullptr;
     mTrayIcon* m_tray = nullptr;
     frmMinimizeWarning* m_minimizeWarning = nullptr;
+    std::unique_ptr<frmPhonebook> m_phonebook;
     bool m_unloaded = false;
 };

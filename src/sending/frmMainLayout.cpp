@@ -2,6 +2,7 @@
 // The main window's controls, their layout, and the wiring of their events.
 #include "MessageSize.h"
 #include "OptionsBar.h"
+#include "account/frmHelp.h"
 #include "account/frmNoInternet.h"
 #include "frmMain.h"
 #include "settings/CUrlStore.h"
@@ -383,6 +384,8 @@ void frmMain::connectHandlers()
     connect(lblUpdate, &QLabel::linkActivated, this, &frmMain::startUpdater);
     picUpdate->installEventFilter(this);
     connect(tbMultiSMS, &QAbstractButton::clicked, this, &frmMain::tbMultiSMS_Click);
+    connect(tbPhonebook, &QAbstractButton::clicked, this, &frmMain::tbPhonebook_Click);
+    connect(tbHelp, &QAbstractButton::clicked, this, [] { frmHelp::showHelp(); });
     // What was bought in the shop shows at once, not only at the next query of the timer.
     connect(tbOptions, &QAbstractButton::clicked, this, [this] {
         QPointer<frmMain> self(this);

@@ -2,6 +2,8 @@
 // The main window's ways into the other windows: scheduled sending, MultiSMS mode, the
 // phonebook beside the window, the options and the help.
 #include "MessageSize.h"
+#include "NumberRules.h"
+#include "account/frmPhonebook.h"
 #include "bulk/BulkRun.h"
 #include "bulk/frmMultiSMS.h"
 #include "bulk/frmMultiSMSLog.h"
@@ -45,6 +47,7 @@ void frmMain::tbMultiSMS_Click()
 void frmMain::showMultiSMS()
 {
     tbPhonebook->setEnabled(false);
+    disposePhonebook();
     cmbName->setCurrentIndex(-1);
     cmbName->setEditText(QStringLiteral("MultiSMS"));
     cmbName->setEnabled(false);
@@ -128,4 +131,59 @@ void frmMain::sendBulk(int price)
     BulkRun::run(&editor->table(), frmMultiSMSLog::instance(), host);
     if (self)
         sessionPassword.clear();
+}
+
+void frmMain::tbPhonebook_Click()
+{
+    if (isPhonebookOpen)
+        disposePhonebook();
+    else
+        showPhonebook();
+}
+
+void frmMain::showPhonebook()
+{
+    m_phonebook = std::make_unique<frmPhonebook>(this);
+    mMoveEvent::placeBeside(this, m_phonebook.get());
+    m_phonebook->show();
+    isPhonebookOpen = true;
+}
+
+void frmMain::disposePhonebook()
+{
+    // Unloaded later, should this come from inside one of the window's own handlers.
+    if (m_phonebook) {
+        m_phonebook->hide();
+        m_phonebook.release()->deleteLater();
+    }
+    isPhonebookOpen = false;
+}
+
+frmMain::PhonebookEntry frmMain::takePhonebookEntry(const QString& address)
+{
+    const QStringList parts = QString(address).remove(QStringLiteral("telefon://")).split(u'@');
+    if (parts.size() < 2) {
+        MessageBox::show(this, QStringLiteral("Es trat ein Fehler beim Auswerten der Telefonnummer auf."),
+                         MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
+        cmbVorwahl->setCurrentIndex(0);
+        txtNummer->clear();
+        return PhonebookEntry::Failed;
+    }
+    const NumberRules::PhonebookNumber number = NumberRules::splitPhonebookNumber(parts.at(1));
+    cmbName->setEditText(QString(parts.at(0)).replace(QStringLiteral("%20"), QStringLiteral(" ")));
+    txtNummer->setText(number.rest);
+    chkPrivat->setChecked(false);
+    chkPublic->setChecked(false);
+    PhonebookEntry result = PhonebookEntry::Taken;
+    if (!selectPrefixKey(number.key)) {
+        // A prefix the list doesn't know isn't a mobile one: the whole number goes abroad.
+        MessageBox::show(this, QStringLiteral("Dies ist keine Mobilfunkvorwahl für ") + number.countryWord + u'.',
+                         MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
+        selectPrefixKey(QStringLiteral("W"));
+        txtNummer->setText(QString(parts.at(1)).remove(u'/'));
+        result = PhonebookEntry::NotMobile;
+    }
+    FieldColors::setBackground(cmbVorwahl);
+    txtSMS->setFocus();
+    return result;
 }

@@ -4,9 +4,12 @@
 #include "Codepage.h"
 
 #include <QPointer>
+#include <QRegularExpression>
 #include <QVBoxLayout>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
+#include <QWebEngineScript>
+#include <QWebEngineScriptCollection>
 #include <QWebEngineUrlRequestJob>
 #include <QWebEngineUrlScheme>
 #include <QWebEngineUrlSchemeHandler>
@@ -15,8 +18,32 @@
 namespace {
 const QList<QByteArray>& pseudoSchemes()
 {
-    static const QList<QByteArray> schemes = { "telefon", "close", "gruppe" };
+    static const QList<QByteArray> schemes = { "telefon", "close", "gruppe", "quellbote-raw" };
     return schemes;
+}
+
+// A click on a link to a pseudo-address is sent on as "quellbote-raw:" and the link's address
+// exactly as the page wrote it. Taken apart as a URL, "telefon://Name@0043/664/1" would have
+// its "host" 0043 turned into the address 0.0.0.35, and a name with a blank would not pass.
+const QString RawScheme = QStringLiteral("quellbote-raw");
+const char* const RawLinkScript = R"(
+document.addEventListener('click', function (event) {
+    var link = event.target && event.target.closest ? event.target.closest('a[href]') : null;
+    if (!link)
+        return;
+    var href = link.getAttribute('href');
+    if (/^(telefon:|gruppe:|close:|http:\/\/gruppe\/)/i.test(href)) {
+        event.preventDefault();
+        window.location.href = 'quellbote-raw:' + encodeURIComponent(href);
+    }
+}, true);
+)";
+
+bool isPseudoAddress(const QString& url)
+{
+    static const QRegularExpression pattern(QStringLiteral("^(telefon:|gruppe:|close:|http://gruppe/)"),
+                                            QRegularExpression::CaseInsensitiveOption);
+    return pattern.match(url).hasMatch();
 }
 
 // A navigation to a pseudo-scheme that nobody cancelled ends here, unanswered.
@@ -39,9 +66,15 @@ public:
 protected:
     bool acceptNavigationRequest(const QUrl& url, NavigationType, bool) override
     {
+        if (!m_view)
+            return true;
+        if (url.scheme() == RawScheme) {
+            // A pseudo-address leads nowhere, whether the window cancels it or not.
+            m_view->deliverPseudoAddress(QUrl::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()));
+            return false;
+        }
         bool cancel = false;
-        if (m_view)
-            emit m_view->beforeNavigate(QString::fromLatin1(url.toEncoded()), &cancel);
+        emit m_view->beforeNavigate(QString::fromLatin1(url.toEncoded()), &cancel);
         return !cancel;
     }
 
@@ -78,6 +111,13 @@ WebView::WebView(QWidget* parent)
     , m_view(new QWebEngineView(this))
 {
     m_view->setPage(new Page(profile(), this));
+    QWebEngineScript rawLinks;
+    rawLinks.setName(QStringLiteral("quellbote-raw-links"));
+    rawLinks.setSourceCode(QString::fromLatin1(RawLinkScript));
+    rawLinks.setInjectionPoint(QWebEngineScript::DocumentCreation);
+    rawLinks.setWorldId(QWebEngineScript::ApplicationWorld);
+    rawLinks.setRunsOnSubFrames(true);
+    m_view->page()->scripts().insert(rawLinks);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_view);
@@ -87,7 +127,18 @@ WebView::WebView(QWidget* parent)
 
 void WebView::navigate(const QString& url)
 {
+    // A pseudo-address reaches the window as written, as a click on such a link does.
+    if (isPseudoAddress(url)) {
+        deliverPseudoAddress(url);
+        return;
+    }
     m_view->setUrl(Codepage::toUrl(url));
+}
+
+void WebView::deliverPseudoAddress(const QString& url)
+{
+    bool cancel = false;
+    emit beforeNavigate(url, &cancel);
 }
 
 void WebView::setContextMenuEnabled(bool enabled)

@@ -23,8 +23,13 @@ public:
     void setContextMenuEnabled(bool enabled);
     QString currentUrl() const;
 
+    // Hands a pseudo-address ("telefon://", "gruppe://", "close://", "http://gruppe//") to the
+    // window as the page wrote it; it never loads.
+    void deliverPseudoAddress(const QString& url);
+
 signals:
-    // url is the raw encoded form, so "%20" stays "%20".
+    // url is the raw encoded form, so "%20" stays "%20"; a pseudo-address comes exactly as
+    // the page's link wrote it.
     void beforeNavigate(const QString& url, bool* cancel);
     void documentComplete(const QString& url);
 
