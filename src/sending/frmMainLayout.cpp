@@ -362,7 +362,8 @@ void frmMain::connectHandlers()
     }
     connect(txtSMS, &QPlainTextEdit::textChanged, this, &frmMain::txtSMS_Change);
     connect(cmbName, &QComboBox::activated, this, &frmMain::cmbName_Click);
-    connect(chkPublic, &QCheckBox::clicked, this, &frmMain::chkPublic_Click);
+    // toggled, as a click does: by the mouse, the keyboard, assistive technology or the program.
+    connect(chkPublic, &QCheckBox::toggled, this, &frmMain::chkPublic_Click);
     connect(lblReuseText, &QLabel::linkActivated, this, &frmMain::lblReuseText_Click);
     connect(tbSend, &QAbstractButton::clicked, this, &frmMain::tbSend_Click);
     connect(tbTerminversand, &QAbstractButton::clicked, this, &frmMain::tbTerminversand_Click);

@@ -34,7 +34,7 @@ frmMinimizeWarning::frmMinimizeWarning(QWidget* parent)
     cmdOK->setObjectName(QStringLiteral("cmdOK"));
     cmdOK->setDefault(true);
 
-    connect(chkDisplayMinimizeWarning, &QCheckBox::clicked, this, [](bool ticked) {
+    connect(chkDisplayMinimizeWarning, &QCheckBox::toggled, this, [](bool ticked) {
         Options().setDontDisplayMinimizeWarning(!ticked);
         Options().save();
     });
