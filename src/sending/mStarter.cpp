@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "mStarter.h"
 
+#include "account/frmFirstTime.h"
 #include "frmMain.h"
 #include "frmSplash.h"
 #include "settings/ProductName.h"
@@ -9,6 +10,25 @@
 #include <QApplication>
 
 namespace mStarter {
+namespace {
+// The splash, then the main window through its load sequence, announced on the splash.
+void loadMain(frmSplash& splash)
+{
+    auto* main = new frmMain; // deletes itself when closed
+    main->setAttribute(Qt::WA_DeleteOnClose);
+    main->load(&splash);
+    splash.close();
+}
+
+void loadMainAfterWizard()
+{
+    frmSplash splash;
+    splash.show();
+    splash.repaint();
+    QCoreApplication::processEvents();
+    loadMain(splash);
+}
+} // namespace
 
 void Main()
 {
@@ -22,13 +42,16 @@ void Main()
     splash.repaint();
     QCoreApplication::processEvents();
 
-    // The first-start wizard comes in the account work; until then the main window opens.
-    Options().takeFirstStartDecision();
-
-    auto* main = new frmMain;
-    main->setAttribute(Qt::WA_DeleteOnClose);
-    main->load(&splash);
-    splash.close();
+    if (Options().takeFirstStartDecision()) {
+        // The wizard first; whichever way it goes away, the main window comes up after it.
+        splash.close();
+        auto* wizard = new frmFirstTime; // deletes itself when closed
+        wizard->setAttribute(Qt::WA_DeleteOnClose);
+        QObject::connect(wizard, &frmFirstTime::unloaded, qApp, &loadMainAfterWizard, Qt::QueuedConnection);
+        wizard->show();
+        return;
+    }
+    loadMain(splash);
 }
 
 } // namespace mStarter
