@@ -37,13 +37,21 @@ echo "quellbote-service at $base (journal: $demo/journal.jsonl)"
     done
 } > "$demo/oem.inf"
 
-# The demo account, stored once, as the first-start wizard would store it.
+# The demo account, stored once, as the first-start wizard would store it. "./run.sh --new-user"
+# starts instead with an empty store of its own, so that the wizard comes up.
 store="$demo/config/Tarnholt/SMS.conf"
-if [ ! -f "$store" ]; then
+if [ "${1:-}" = "--new-user" ]; then
+    demo_config="$demo/new-user-config"
+    rm -rf "$demo_config"
+    mkdir -p "$demo_config/Tarnholt"
+    store="$demo_config/Tarnholt/SMS.conf"
+    touch "$store"
+fi
+if [ ! -s "$store" ] && [ "${1:-}" != "--new-user" ]; then
     printf '[General]\neMail=demo@quellbote.test\nPassword=demo\nfirstStartHasRun=true\n' > "$store"
     chmod 600 "$store"
 fi
 
-export XDG_CONFIG_HOME="$demo/config"
+export XDG_CONFIG_HOME="${demo_config:-$demo/config}"
 [ "$(id -u)" -eq 0 ] && export QTWEBENGINE_DISABLE_SANDBOX=1
 "$demo/quellbote"
