@@ -3,7 +3,9 @@
 
 #include "frmOpenWebGroup.h"
 #include "sending/frmMain.h"
+#include "settings/AddressBook.h"
 #include "settings/ProductName.h"
+#include "settings/frmAddressBookPicker.h"
 #include "settings/tools.h"
 #include "toolkit/FieldColors.h"
 #include "toolkit/FileChooser.h"
@@ -140,6 +142,8 @@ void frmMultiSMS::buildControls()
     // "ok" takes the place of "add" while a row is edited.
     keyOk = key(tbEdit, "ok", QStringLiteral("Übernehmen"), QStringLiteral(":/pictures/ok.svg"));
     keyDelete = key(tbEdit, "delete", QStringLiteral("Löschen"), QStringLiteral(":/pictures/delete.svg"));
+    keyAddressBook = key(tbEdit, "addressbook", QStringLiteral("Adressbuch"), QStringLiteral(":/pictures/user.svg"),
+                         QStringLiteral("Übernimmt Empfänger aus dem Adressbuch."));
     entry->addWidget(tbEdit, 0, Qt::AlignTop);
     layout->addLayout(entry);
 
@@ -198,6 +202,7 @@ void frmMultiSMS::connectHandlers()
     connect(keyAdd, &QAction::triggered, this, &frmMultiSMS::addEntry);
     connect(keyOk, &QAction::triggered, this, &frmMultiSMS::applyEdit);
     connect(keyDelete, &QAction::triggered, this, &frmMultiSMS::deleteEntry);
+    connect(keyAddressBook, &QAction::triggered, this, &frmMultiSMS::addFromAddressBook);
     connect(lvData, &QAbstractItemView::doubleClicked, this, &frmMultiSMS::lvData_DblClick);
     // The keyboard's way to a double-click.
     connect(lvData, &QAbstractItemView::activated, this, &frmMultiSMS::lvData_DblClick);
@@ -326,6 +331,21 @@ void frmMultiSMS::deleteEntry()
     clearInputFields();
     txtAnzahl->setText(QString::number(m_table.rowCount()));
     recalcMaxSizes();
+}
+
+void frmMultiSMS::addFromAddressBook()
+{
+    // Each chosen contact with a number becomes a row, as if typed in.
+    bool added = false;
+    for (const VCardContact& contact : frmAddressBookPicker::pick(frmMain::instance())) {
+        const QString number = AddressBook::internationalNumber(contact.mobileNumber());
+        if (number.isEmpty())
+            continue;
+        m_table.addRow(contact.displayName, number, QString(), QString());
+        added = true;
+    }
+    if (added)
+        recalcMaxSizes();
 }
 
 void frmMultiSMS::newFile()

@@ -53,6 +53,7 @@ private:
     void lvData_DblClick();
     void applyEdit();
     void deleteEntry();
+    void addFromAddressBook();
     void newFile();
     void openDataFile();
     void openWebGroup();
@@ -72,6 +73,7 @@ private:
     QAction* keyAdd;
     QAction* keyOk;
     QAction* keyDelete;
+    QAction* keyAddressBook;
     QTableView* lvData;
     QLineEdit* txtName;
     // The Tag of the row being edited, empty while a new entry is typed.

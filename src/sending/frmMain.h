@@ -74,6 +74,8 @@ public:
     // An entry the phonebook hands over ("telefon://Name@Nummer") into the recipient fields.
     enum class PhonebookEntry { Taken, NotMobile, Failed };
     PhonebookEntry takePhonebookEntry(const QString& address);
+    // A contact of the address book into the recipient fields, as the phonebook hands one over.
+    void tbAddressBook_Click();
     // The balance query; blocks until the service answered.
     void refreshCredits();
     // The version check of the start.
@@ -192,6 +194,7 @@ private:
     ToolbarButton* tbTerminversand;
     ToolbarButton* tbMultiSMS;
     ToolbarButton* tbPhonebook;
+    ToolbarButton* tbAddressBook;
     ToolbarButton* tbOptions;
     ToolbarButton* tbHelp;
     ToolbarButton* tbAdmin;

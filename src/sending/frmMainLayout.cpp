@@ -214,6 +214,10 @@ void frmMain::buildControls()
                             QStringLiteral("Öffnet die MultiSMS Funktion"), QStringLiteral("multisms"), this);
     tbPhonebook = toolButton(QStringLiteral("tbPhonebook"), QString(), QStringLiteral("Öffnet das Telefonbuch"),
                              QStringLiteral("phonebook"), this);
+    // The way to the address book on this computer (vCard files).
+    tbAddressBook
+        = toolButton(QStringLiteral("tbAddressBook"), QStringLiteral("Adressbuch"),
+                     QStringLiteral("Übernimmt einen Empfänger aus dem Adressbuch"), QStringLiteral("user"), this);
     tbOptions = toolButton(QStringLiteral("tbOptions"), QStringLiteral("Einstellungen"), QString(),
                            QStringLiteral("options"), this);
     tbHelp = toolButton(QStringLiteral("tbHelp"), QStringLiteral("Hilfe"), QString(), QStringLiteral("help"), this);
@@ -302,7 +306,8 @@ void frmMain::buildControls()
     form->setRowStretch(3, 1);
 
     auto* buttons = new QVBoxLayout;
-    for (ToolbarButton* b : { tbSend, tbTerminversand, tbMultiSMS, tbPhonebook, tbOptions, tbHelp, tbAdmin })
+    for (ToolbarButton* b :
+         { tbSend, tbTerminversand, tbMultiSMS, tbPhonebook, tbAddressBook, tbOptions, tbHelp, tbAdmin })
         buttons->addWidget(b);
     buttons->addSpacing(8);
     buttons->addWidget(boxSignaturen, 1);
@@ -386,6 +391,7 @@ void frmMain::connectHandlers()
     picUpdate->installEventFilter(this);
     connect(tbMultiSMS, &QAbstractButton::clicked, this, &frmMain::tbMultiSMS_Click);
     connect(tbPhonebook, &QAbstractButton::clicked, this, &frmMain::tbPhonebook_Click);
+    connect(tbAddressBook, &QAbstractButton::clicked, this, &frmMain::tbAddressBook_Click);
     connect(tbHelp, &QAbstractButton::clicked, this, [] { frmHelp::showHelp(); });
     // What was bought in the shop shows at once, not only at the next query of the timer.
     connect(tbOptions, &QAbstractButton::clicked, this, [this] {

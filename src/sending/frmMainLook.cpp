@@ -51,7 +51,7 @@ void frmMain::LoadTheme()
             w->setAutoFillBackground(true);
         }
         for (ToolbarButton* b : { tbSend, tbTerminversand, tbAdmin, tbHelp, tbMultiSMS, tbOptions, tbPhonebook,
-                                  tbAddSignature, tbDeleteSignature, tbEditSignature })
+                                  tbAddressBook, tbAddSignature, tbDeleteSignature, tbEditSignature })
             b->setThemedBackColor(background);
         for (auto* b : boxVariablesToolbar->findChildren<ToolbarButton*>())
             b->setThemedBackColor(background);

@@ -9,7 +9,9 @@
 #include "bulk/frmMultiSMSLog.h"
 #include "frmMain.h"
 #include "schedule/frmTimeControl.h"
+#include "settings/AddressBook.h"
 #include "settings/ProductName.h"
+#include "settings/frmAddressBookPicker.h"
 #include "toolkit/FieldColors.h"
 #include "toolkit/MessageBox.h"
 #include "toolkit/SmsTextEdit.h"
@@ -186,4 +188,21 @@ frmMain::PhonebookEntry frmMain::takePhonebookEntry(const QString& address)
     FieldColors::setBackground(cmbVorwahl);
     txtSMS->setFocus();
     return result;
+}
+
+void frmMain::tbAddressBook_Click()
+{
+    QPointer<frmMain> self(this);
+    const QList<VCardContact> chosen = frmAddressBookPicker::pick(this);
+    if (!self)
+        return;
+    // The first chosen contact with a number; the fields hold one recipient.
+    for (const VCardContact& contact : chosen) {
+        const QString number = AddressBook::internationalNumber(contact.mobileNumber());
+        if (number.isEmpty())
+            continue;
+        takePhonebookEntry(QStringLiteral("telefon://")
+                           + QString(contact.displayName).replace(u' ', QStringLiteral("%20")) + u'@' + number);
+        return;
+    }
 }

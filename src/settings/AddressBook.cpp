@@ -101,6 +101,35 @@ QString profileFolder(const QString& profileName)
     return inRoot;
 }
 
+VCardReader::Result profileContacts(const QString& profileFolder)
+{
+    VCardReader::Result all = VCardReader::read(profileFolder);
+    const QFileInfoList inside = QDir(profileFolder).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    for (const QFileInfo& folder : inside) {
+        const VCardReader::Result more = VCardReader::read(folder.filePath());
+        all.contacts += more.contacts;
+        all.skipped += more.skipped;
+    }
+    return all;
+}
+
+QString internationalNumber(const QString& number)
+{
+    const QString trimmed = number.trimmed();
+    QString digits;
+    for (const QChar c : trimmed) {
+        if (c.isDigit())
+            digits += c;
+    }
+    if (trimmed.startsWith(u'+'))
+        return QStringLiteral("00") + digits;
+    if (digits.startsWith(QStringLiteral("00")) || digits.isEmpty())
+        return digits;
+    if (digits.startsWith(u'0'))
+        return QStringLiteral("0049") + digits.mid(1);
+    return digits;
+}
+
 QString appendMobileNumbers(const QString& txtAn, const QList<VCardContact>& chosen)
 {
     QString text = txtAn;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "VCardContact.h"
+#include "VCardReader.h"
 
 #include <QList>
 #include <QString>
@@ -55,6 +56,13 @@ QString profileName(const QString& profileFolder);
 // The folder of a profile by name; an empty name is the default profile. A name that is no
 // folder yet gives the place where it would be.
 QString profileFolder(const QString& profileName);
+
+// The contacts of a profile: the vCard files in its folder and in the folders directly inside.
+VCardReader::Result profileContacts(const QString& profileFolder);
+
+// A number as address books write it, in the program's international form: only the digits are
+// kept, a leading "+" becomes "00", and a national number ("0171 ...") gets the German prefix.
+QString internationalNumber(const QString& number);
 
 // The recipients field after a pick: txtAn as it was, then the mobile number of each chosen
 // contact that has one, each closed by "; ".

@@ -65,8 +65,8 @@ cOptionen::cOptionen()
     m_isAntwortEnabled = readBool(u"isAntwortEnabled");
     m_isStatusberichtEnabled = readBool(u"isStatusberichtEnabled");
     // The one guarded value: a text that is no number, or too large for 16 bits, counts as 0.
-    m_InfoVersion = tools::IsNumeric(readString(u"infoVersion")) ? tools::NumericToInt16(readString(u"infoVersion"))
-                                                                 : qint16(0);
+    m_InfoVersion
+        = tools::IsNumeric(readString(u"infoVersion")) ? tools::NumericToInt16(readString(u"infoVersion")) : qint16(0);
     m_isControlEmail = readBool(u"isControlEmail");
     m_ContactEntryID = readString(u"contactEntryID");
     m_ContactStoreID = readString(u"contactStoreID");

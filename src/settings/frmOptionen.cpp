@@ -3,6 +3,7 @@
 
 #include "CUrlStore.h"
 #include "OptionsAccountPane.h"
+#include "OptionsAddressBookPane.h"
 #include "OptionsDialogRules.h"
 #include "OptionsProxyPane.h"
 #include "OptionsSendingPane.h"
@@ -33,13 +34,15 @@ struct PaneButton
     const char* caption;
     const char* picture;
 };
-const std::array<PaneButton, 6> PaneButtons { {
+const std::array<PaneButton, 7> PaneButtons { {
     { "tbKontodaten", "Kontodaten", ":/pictures/user.svg" },
     { "tbVersandoperationen", "Versandoptionen", ":/pictures/send.svg" },
     { "tbCreditsKaufen", "Credits kaufen", ":/pictures/credits.svg" },
     { "tbTerminversand", "Terminversand", ":/pictures/terminversand.svg" },
     { "tbQuellboteServer", "Quellbote Server", ":/pictures/server.svg" },
     { "tbProxy", "Proxy-Einstellungen", ":/pictures/proxy.svg" },
+    // The address book's pane, which had no way in of its own.
+    { "tbAdressbuch", "Adressbuch", ":/pictures/phonebook.svg" },
 } };
 } // namespace
 
@@ -72,7 +75,7 @@ void frmOptionen::buildControls()
     body->setContentsMargins(8, 8, 8, 0);
     auto* tree = new QVBoxLayout;
     tree->setSpacing(2);
-    for (int i = 0; i < 6; ++i) {
+    for (int i = 0; i < int(PaneButtons.size()); ++i) {
         auto* button = new TreeButton(this);
         button->setObjectName(QLatin1String(PaneButtons[i].name));
         button->setCaption(QString::fromUtf8(PaneButtons[i].caption));
@@ -106,13 +109,11 @@ void frmOptionen::buildControls()
         this);
     boxXmlServerSettings = new OptionsServerPane(this);
     boxProxyConfiguration = new OptionsProxyPane(this);
-    // Filled by the address book; nothing shows it.
-    boxOutlookIntegration = new QWidget(this);
-    boxOutlookIntegration->setObjectName(QStringLiteral("boxOutlookIntegration"));
+    boxOutlookIntegration = new OptionsAddressBookPane(this);
     for (QWidget* box : { static_cast<QWidget*>(boxKontodaten), static_cast<QWidget*>(boxVersandoptionen),
                           static_cast<QWidget*>(boxBuySMS), static_cast<QWidget*>(boxTerminversand),
                           static_cast<QWidget*>(boxXmlServerSettings), static_cast<QWidget*>(boxProxyConfiguration),
-                          boxOutlookIntegration }) {
+                          static_cast<QWidget*>(boxOutlookIntegration) }) {
         // The panes lie on top of each other, in the dialog's button colour.
         box->setAutoFillBackground(true);
         box->setBackgroundRole(QPalette::Button);
@@ -163,8 +164,7 @@ void frmOptionen::LoadFromOptions()
     boxVersandoptionen->load();
     boxXmlServerSettings->load();
     boxProxyConfiguration->load();
-    m_contactStoreID = Options().ContactStoreID();
-    m_contactEntryID = Options().ContactEntryID();
+    boxOutlookIntegration->load();
     // The copying has fired the change handlers.
     cmdApply->setEnabled(false);
     selectPane(QStringLiteral("1"));
@@ -175,8 +175,7 @@ void frmOptionen::SaveToOptions()
     boxKontodaten->save();
     boxVersandoptionen->save();
     boxXmlServerSettings->save();
-    Options().setContactStoreID(m_contactStoreID);
-    Options().setContactEntryID(m_contactEntryID);
+    boxOutlookIntegration->save();
     if (!boxProxyConfiguration->save()) {
         MessageBox::show(this, QStringLiteral("Sie müssen eine Portnummer eingeben"), MessageBox::Buttons::Ok,
                          MessageBox::Icon::None, QStringLiteral("Quellbote"));
@@ -223,7 +222,7 @@ QString frmOptionen::pageColour() const
 
 void frmOptionen::selectPane(const QString& number)
 {
-    for (int i = 1; i <= 6; ++i)
+    for (int i = 1; i <= int(m_treeButtons.size()); ++i)
         pane(QString::number(i))->hide();
     boxBuySMS->hidePage();
     boxTerminversand->hidePage();
@@ -251,7 +250,7 @@ void frmOptionen::selectPane(const QString& number)
 
 void frmOptionen::highlight(const QString& number)
 {
-    for (int i = 0; i < 6; ++i)
+    for (int i = 0; i < int(m_treeButtons.size()); ++i)
         m_treeButtons[size_t(i)]->setThemedBackColor(QString::number(i + 1) == number ? Highlighted : Qt::white);
 }
 

@@ -10,6 +10,7 @@
 
 class HeaderBand;
 class OptionsAccountPane;
+class OptionsAddressBookPane;
 class OptionsProxyPane;
 class OptionsSendingPane;
 class OptionsServerPane;
@@ -35,7 +36,7 @@ public:
     // Modal, on the list of scheduled jobs.
     static void showOptionTerminversand(QWidget* owner);
 
-    // Shows the pane of that number ("1" to "6"); an unknown number shows none.
+    // Shows the pane of that number ("1" to "7"); an unknown number shows none.
     void selectPane(const QString& number);
     // The button of that number gets the light blue, the others white.
     void highlight(const QString& number);
@@ -49,7 +50,7 @@ public:
     OptionsWebPane* boxTerminversand;
     OptionsServerPane* boxXmlServerSettings;
     OptionsProxyPane* boxProxyConfiguration;
-    QWidget* boxOutlookIntegration;
+    OptionsAddressBookPane* boxOutlookIntegration;
 
 private:
     void buildControls();
@@ -60,8 +61,6 @@ private:
     QWidget* pane(const QString& number) const;
     QString pageColour() const;
 
-    std::array<TreeButton*, 6> m_treeButtons {};
+    std::array<TreeButton*, 7> m_treeButtons {};
     bool m_stayOpen = false;
-    QString m_contactStoreID;
-    QString m_contactEntryID;
 };

@@ -18,7 +18,7 @@ QString run(QWidget* owner, const Dialog& dialog)
         return handler()(dialog).trimmed();
     const QString filter = dialog.filters.join(QStringLiteral(";;"));
     // The dialogs start in the user's home, the root of the user's own files.
-    const QString start = QDir::homePath();
+    const QString start = dialog.start.isEmpty() ? QDir::homePath() : dialog.start;
     const QString path = dialog.mode == Dialog::Mode::Open
         ? QFileDialog::getOpenFileName(owner, dialog.title, start, filter, nullptr, QFileDialog::ReadOnly)
         : QFileDialog::getSaveFileName(owner, dialog.title, start, filter, nullptr, QFileDialog::DontConfirmOverwrite);
@@ -31,7 +31,8 @@ QString chooseDataFileToOpen(QWidget* owner)
     return run(owner,
                { Dialog::Mode::Open,
                  QStringLiteral("Datendatei öffnen"),
-                 { QStringLiteral("MultiSMS Datendatei (*.msms)"), QStringLiteral("All Files (*.*)") } });
+                 { QStringLiteral("MultiSMS Datendatei (*.msms)"), QStringLiteral("All Files (*.*)") },
+                 {} });
 }
 
 QString chooseDataFileToSave(QWidget* owner)
@@ -39,13 +40,19 @@ QString chooseDataFileToSave(QWidget* owner)
     return run(owner,
                { Dialog::Mode::Save,
                  QStringLiteral("Datendatei speichern"),
-                 { QStringLiteral("MultiSMS Datendatei (*.msms)") } });
+                 { QStringLiteral("MultiSMS Datendatei (*.msms)") },
+                 {} });
 }
 
 QString chooseFolder(QWidget* owner)
 {
     // The prompt has always read so.
-    return run(owner, { Dialog::Mode::Folder, QStringLiteral("Select your Windows\\System\\ directory"), {} });
+    return run(owner, { Dialog::Mode::Folder, QStringLiteral("Select your Windows\\System\\ directory"), {}, {} });
+}
+
+QString chooseAddressBookFolder(QWidget* owner, const QString& start)
+{
+    return run(owner, { Dialog::Mode::Folder, QStringLiteral("Adressbuch wählen"), {}, start });
 }
 
 void setHandler(Handler h)

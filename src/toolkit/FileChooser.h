@@ -19,6 +19,7 @@ struct Dialog
     Mode mode = Mode::Open;
     QString title;
     QStringList filters; // "Description (pattern)", in the dialog's order
+    QString start; // the folder the dialog opens in; empty for the user's home
 };
 
 using Handler = std::function<QString(const Dialog&)>;
@@ -31,6 +32,9 @@ QString chooseDataFileToSave(QWidget* owner);
 
 // A folder for the server's job files, with the prompt "Select your Windows\System\ directory".
 QString chooseFolder(QWidget* owner);
+
+// A folder of vCard files (an address book, or a profile of them), starting in start.
+QString chooseAddressBookFolder(QWidget* owner, const QString& start);
 
 // Replaces the real dialogs; an empty handler restores them.
 void setHandler(Handler handler);

@@ -4,14 +4,19 @@
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
 #include "bulk/frmMultiSMS.h"
+#include "settings/cOptionen.h"
+#include "settings/frmAddressBookPicker.h"
 #include "toolkit/FileChooser.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 #include "toolkit/WebView.h"
 
 #include <QAction>
+#include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QTableView>
 
 namespace {
@@ -172,6 +177,34 @@ private slots:
             QCOMPARE(names(m_window->table()), group);
             boxes.clear();
         }
+    }
+
+    void contactsFromTheAddressBookBecomeRows()
+    {
+        const QString profile = m_harness.folder() + QStringLiteral("/kontakte");
+        QVERIFY(QDir().mkpath(profile));
+        QFile cards(profile + QStringLiteral("/export.vcf"));
+        QVERIFY(cards.open(QIODevice::WriteOnly));
+        cards.write("BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Jana Berg\r\nTEL;TYPE=HOME:030 123456\r\n"
+                    "TEL;TYPE=CELL:+49 171 2345678\r\nEND:VCARD\r\n"
+                    "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Ohne Nummer\r\nEND:VCARD\r\n"
+                    "BEGIN:VCARD\r\nVERSION:2.1\r\nN:Weber;Tom\r\nTEL;CELL:0160 7654321\r\nEND:VCARD\r\n"
+                    "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Abgebrochen\r\n");
+        cards.close();
+        Options().setOutlookProfil(profile);
+        // Everyone ticked; the card cut off is counted, the one without a number adds no row.
+        onNextModal([](QWidget* dialog) {
+            auto* picker = static_cast<frmAddressBookPicker*>(dialog);
+            QCOMPARE(picker->lstContacts->count(), 3);
+            QVERIFY(picker->lblSkipped->text().startsWith(QStringLiteral("Ein Eintrag konnte nicht gelesen")));
+            for (int i = 0; i < picker->lstContacts->count(); ++i)
+                picker->lstContacts->item(i)->setCheckState(Qt::Checked);
+            picker->accept();
+        });
+        press("addressbook");
+        QCOMPARE(names(m_window->table()), (QStringList { QStringLiteral("Jana Berg"), QStringLiteral("Tom Weber") }));
+        QCOMPARE(m_window->table().rows().at(0).Nummer, QStringLiteral("00491712345678"));
+        QCOMPARE(m_window->table().rows().at(1).Nummer, QStringLiteral("00491607654321"));
     }
 
     void sideWindowFollowsTheMainWindow()
