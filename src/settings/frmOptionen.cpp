@@ -207,8 +207,9 @@ void frmOptionen::cmdSave_Click()
 
 QWidget* frmOptionen::pane(const QString& number) const
 {
-    const QList<QWidget*> boxes { boxKontodaten,    boxVersandoptionen,   boxBuySMS,
-                                  boxTerminversand, boxXmlServerSettings, boxProxyConfiguration };
+    const QList<QWidget*> boxes { boxKontodaten,        boxVersandoptionen,   boxBuySMS,
+                                  boxTerminversand,     boxXmlServerSettings, boxProxyConfiguration,
+                                  boxOutlookIntegration };
     bool ok = false;
     const int index = number.toInt(&ok) - 1;
     return ok && index >= 0 && index < boxes.size() ? boxes.at(index) : nullptr;
