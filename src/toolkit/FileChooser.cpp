@@ -19,9 +19,19 @@ QString run(QWidget* owner, const Dialog& dialog)
     const QString filter = dialog.filters.join(QStringLiteral(";;"));
     // The dialogs start in the user's home, the root of the user's own files.
     const QString start = dialog.start.isEmpty() ? QDir::homePath() : dialog.start;
-    const QString path = dialog.mode == Dialog::Mode::Open
-        ? QFileDialog::getOpenFileName(owner, dialog.title, start, filter, nullptr, QFileDialog::ReadOnly)
-        : QFileDialog::getSaveFileName(owner, dialog.title, start, filter, nullptr, QFileDialog::DontConfirmOverwrite);
+    QString path;
+    switch (dialog.mode) {
+    case Dialog::Mode::Open:
+        path = QFileDialog::getOpenFileName(owner, dialog.title, start, filter, nullptr, QFileDialog::ReadOnly);
+        break;
+    case Dialog::Mode::Save:
+        path = QFileDialog::getSaveFileName(owner, dialog.title, start, filter, nullptr,
+                                            QFileDialog::DontConfirmOverwrite);
+        break;
+    case Dialog::Mode::Folder:
+        path = QFileDialog::getExistingDirectory(owner, dialog.title, start);
+        break;
+    }
     return QDir::toNativeSeparators(path).trimmed();
 }
 } // namespace
