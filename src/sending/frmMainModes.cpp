@@ -130,6 +130,11 @@ void frmMain::sendBulk(int price)
     host.alive = [self] {
         return !self.isNull();
     };
+    // The log window comes up over the main window.
+    host.placeWindow = [self](QWidget* window) {
+        if (self)
+            window->move(self->frameGeometry().center() - window->rect().center());
+    };
     BulkRun::run(&editor->table(), frmMultiSMSLog::instance(), host);
     if (self)
         sessionPassword.clear();
