@@ -3,6 +3,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QSignalBlocker>
 #include <QToolButton>
 
 namespace {
@@ -42,7 +43,9 @@ OptionsBar::OptionsBar(QWidget* parent)
             "QToolButton { border: 1px solid palette(mid); border-radius: 3px; padding: 3px 8px;"
             " background: palette(button); }"
             "QToolButton:checked { background: #d3e3f4; border-color: #1f5f9e; color: #123a61; font-weight: bold; }"));
-        connect(button, &QToolButton::clicked, this, [this, key] { emit panelClicked(key); });
+        // The toggle is the click, whether from the mouse, the keyboard or assistive technology;
+        // the program's own writes (setPanelOn) are silent.
+        connect(button, &QToolButton::toggled, this, [this, key] { emit panelClicked(key); });
         layout->addWidget(button);
     }
     layout->addStretch(1);
@@ -55,8 +58,10 @@ QAbstractButton* OptionsBar::panel(const QString& key) const
 
 void OptionsBar::setPanelOn(const QString& key, bool on)
 {
-    if (QAbstractButton* p = panel(key))
+    if (QAbstractButton* p = panel(key)) {
+        const QSignalBlocker quiet(p);
         p->setChecked(on);
+    }
 }
 
 bool OptionsBar::isPanelOn(const QString& key) const

@@ -14,6 +14,7 @@
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
@@ -420,6 +421,23 @@ private slots:
         QCOMPARE(child<QLineEdit>("txtKostenProSMS")->text(), QString::number(price));
         QCOMPARE(TestStore::raw(QStringLiteral("isAbsenderkennung")),
                  QString::fromLatin1(after.contains(u'a') ? "true" : "false"));
+    }
+
+    // A screen reader toggles a panel through its accessibility interface; the rule runs as for a
+    // click.
+    void optionPanelsAnswerAssistiveTechnology()
+    {
+        startService();
+        loadMain();
+        QToolButton* antwort = m_main->findChild<QToolButton*>(QStringLiteral("antwort"));
+        QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(antwort);
+        QVERIFY(iface && iface->actionInterface());
+        QCOMPARE(iface->text(QAccessible::Name), QStringLiteral("Antwort"));
+        QVERIFY(iface->actionInterface()->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+        iface->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+        QTRY_VERIFY(Options().isAntwortEnabled());
+        QCOMPARE(child<QLineEdit>("txtKostenProSMS")->text(), QStringLiteral("11"));
+        QVERIFY(antwort->isChecked());
     }
 
     void typedQuotesAreDroppedPastedOnesCount()
