@@ -16,7 +16,7 @@ int main(int argc, char* argv[])
     QCoreApplication::setOrganizationName(QStringLiteral("Tarnholt"));
     QCoreApplication::setApplicationName(QStringLiteral("SMS"));
     // The desktop knows the program by its desktop file.
-    QGuiApplication::setDesktopFileName(QStringLiteral("quellbote"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("de.tarnholt.Quellbote"));
     // The program speaks German, and so do Qt's own dialogs and buttons (file dialogs, "Ja",
     // "Abbrechen"), whatever the desktop's language.
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
