@@ -20,19 +20,20 @@ void RecipientTable::Clear()
     endResetModel();
 }
 
-bool RecipientTable::parseInto(const QString& line, QList<RecipientRow>* rows)
+bool RecipientTable::parseInto(QStringView line, QList<RecipientRow>* rows)
 {
     if (line.size() < 4)
         return true;
-    const QStringList fields = line.split(u';');
+    // Views into the line: only the fields kept become strings of their own.
+    const QList<QStringView> fields = line.split(u';');
     if (fields.size() < 2 || fields.at(1).isEmpty())
         return false;
     RecipientRow row;
-    row.Name = fields.at(0);
+    row.Name = fields.at(0).toString();
     row.Tag = ++m_entryCounter;
-    const QString& number = fields.at(1);
-    if (number.startsWith(QStringLiteral("00"))) {
-        row.Nummer = number;
+    const QStringView number = fields.at(1);
+    if (number.startsWith(u"00")) {
+        row.Nummer = number.toString();
     } else {
         // The first character goes whatever it is: "491711234567" becomes "004991711234567".
         m_prefixAdded = true;
@@ -40,10 +41,10 @@ bool RecipientTable::parseInto(const QString& line, QList<RecipientRow>* rows)
     }
     // A line of exactly three fields keeps neither free text.
     if (fields.size() > 3) {
-        row.Freitext1 = fields.at(2);
-        row.Freitext2 = fields.at(3);
+        row.Freitext1 = fields.at(2).toString();
+        row.Freitext2 = fields.at(3).toString();
     }
-    rows->append(row);
+    rows->append(std::move(row));
     return true;
 }
 
@@ -125,13 +126,14 @@ bool RecipientTable::load(const QString& path)
     m_entryCounter = 0;
     if (ok) {
         // A line ends at CR or at CR LF; a lone LF belongs to the line.
+        m_rows.reserve(text.count(u'\r') + 1);
         qsizetype start = 0;
         const qsizetype n = text.size();
         while (ok && start < n) {
             qsizetype end = text.indexOf(u'\r', start);
             if (end < 0)
                 end = n;
-            ok = parseInto(text.mid(start, end - start), &m_rows);
+            ok = parseInto(QStringView(text).sliced(start, end - start), &m_rows);
             start = end + 1;
             if (start < n && end < n && text.at(start) == u'\n')
                 ++start;

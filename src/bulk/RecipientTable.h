@@ -70,7 +70,7 @@ public:
 
 private:
     // Parses one line into rows, without telling the views.
-    bool parseInto(const QString& line, QList<RecipientRow>* rows);
+    bool parseInto(QStringView line, QList<RecipientRow>* rows);
 
     QList<RecipientRow> m_rows;
     qint32 m_entryCounter = 0;
