@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "frmMultiSMSLog.h"
 
-#include "BulkLog.h"
+#include "sending/GatewayAnswer.h"
 #include "toolkit/Clock.h"
 #include "toolkit/mAni2.h"
 
@@ -113,7 +113,7 @@ void frmMultiSMSLog::closeEvent(QCloseEvent* event)
 
 void frmMultiSMSLog::logAnswer(const QString& answer)
 {
-    m_pendingAnswers.prepend(BulkLog::answerLines(answer, Clock::now()));
+    m_pendingAnswers = GatewayAnswer::prependToLog(m_pendingAnswers, answer, Clock::now());
     scheduleShow();
 }
 

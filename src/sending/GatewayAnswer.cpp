@@ -3,8 +3,6 @@
 
 #include "settings/tools.h"
 
-#include <QLocale>
-
 namespace GatewayAnswer {
 
 namespace {
@@ -13,15 +11,7 @@ const QString crlf = QStringLiteral("\r\n");
 // Blanks at both ends go, then every line feed; a carriage return stays where it stands.
 QString cleanItem(const QString& item)
 {
-    qsizetype begin = 0;
-    qsizetype end = item.size();
-    while (begin < end && item.at(begin) == u' ')
-        ++begin;
-    while (end > begin && item.at(end - 1) == u' ')
-        --end;
-    QString cleaned = item.mid(begin, end - begin);
-    cleaned.remove(u'\n');
-    return cleaned;
+    return tools::TrimBlanks(item).remove(u'\n');
 }
 
 bool holdsSuccessPhrase(const QString& item)
@@ -47,7 +37,8 @@ Answer readAnswer(const QString& body)
 
 QString prependToLog(const QString& txtLog, const QString& body, const QDateTime& now)
 {
-    const QString stamp = QLocale::system().toString(now, QLocale::ShortFormat);
+    // As a German system writes the date and time: 23.11.2026 10:31:35.
+    const QString stamp = now.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss"));
     QString log = txtLog;
     for (const QString& raw : body.split(u';'))
         log = stamp + QStringLiteral(" - ") + cleanItem(raw) + crlf + log;

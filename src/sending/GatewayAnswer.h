@@ -19,8 +19,8 @@ struct Answer
 };
 Answer readAnswer(const QString& body);
 
-// The log of a MultiSMS run after an answer came: one line per item, date and time, " - ",
-// the item, CR LF, each put in front, so the last item stands on top.
+// The log of a MultiSMS run after an answer came: one line per item, date and time as German
+// systems write them, " - ", the item, CR LF, each put in front, so the last item stands on top.
 QString prependToLog(const QString& txtLog, const QString& body, const QDateTime& now);
 
 // The colour of lblCredits.
