@@ -3,34 +3,27 @@
 
 #include "settings/CUrlStore.h"
 #include "settings/ProductName.h"
+#include "toolkit/DefaultInstance.h"
 #include "toolkit/HeaderBand.h"
 #include "toolkit/WebView.h"
 
 #include <QIcon>
-#include <QPointer>
 #include <QVBoxLayout>
-
-namespace {
-QPointer<frmHelp>& theWindow()
-{
-    static QPointer<frmHelp> window;
-    return window;
-}
-} // namespace
 
 frmHelp* frmHelp::showHelp()
 {
-    if (!theWindow())
-        theWindow() = new frmHelp; // deletes itself when closed, or with the main window
-    theWindow()->show();
-    theWindow()->raise();
-    theWindow()->activateWindow();
-    return theWindow();
+    QPointer<frmHelp>& window = defaultInstance<frmHelp>();
+    if (!window)
+        window = new frmHelp; // deletes itself when closed, or with the main window
+    window->show();
+    window->raise();
+    window->activateWindow();
+    return window;
 }
 
 frmHelp* frmHelp::loaded()
 {
-    return theWindow();
+    return defaultInstance<frmHelp>();
 }
 
 frmHelp::frmHelp()

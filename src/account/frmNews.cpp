@@ -7,34 +7,26 @@
 #include "settings/ProxyConfig.h"
 #include "settings/cOptionen.h"
 #include "settings/tools.h"
+#include "toolkit/DefaultInstance.h"
 #include "toolkit/HeaderBand.h"
 #include "toolkit/Inet.h"
 #include "toolkit/WebView.h"
 
 #include <QIcon>
 #include <QLabel>
-#include <QPointer>
 #include <QTimer>
 #include <QVBoxLayout>
 
-namespace {
-QPointer<frmNews>& theWindow()
-{
-    static QPointer<frmNews> window;
-    return window;
-}
-} // namespace
-
 frmNews* frmNews::load()
 {
-    if (!theWindow())
-        theWindow() = new frmNews; // deletes itself when closed, or with the main window
-    return theWindow();
+    if (!defaultInstance<frmNews>())
+        defaultInstance<frmNews>() = new frmNews; // deletes itself when closed, or with the main window
+    return defaultInstance<frmNews>();
 }
 
 frmNews* frmNews::loaded()
 {
-    return theWindow();
+    return defaultInstance<frmNews>();
 }
 
 frmNews::frmNews()

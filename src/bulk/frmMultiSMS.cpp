@@ -7,6 +7,7 @@
 #include "settings/ProductName.h"
 #include "settings/frmAddressBookPicker.h"
 #include "settings/tools.h"
+#include "toolkit/DefaultInstance.h"
 #include "toolkit/FieldColors.h"
 #include "toolkit/FileChooser.h"
 #include "toolkit/MessageBox.h"
@@ -21,18 +22,12 @@
 #include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QProgressBar>
 #include <QTableView>
 #include <QToolBar>
 #include <QVBoxLayout>
 
 namespace {
-QPointer<frmMultiSMS>& theWindow()
-{
-    static QPointer<frmMultiSMS> window;
-    return window;
-}
 
 QAction* key(QToolBar* bar, const char* name, const QString& caption, const QString& picture,
              const QString& tooltip = QString())
@@ -46,16 +41,16 @@ QAction* key(QToolBar* bar, const char* name, const QString& caption, const QStr
 
 frmMultiSMS* frmMultiSMS::instance()
 {
-    if (!theWindow()) {
+    if (!defaultInstance<frmMultiSMS>()) {
         // Unloaded by its close box, or by the main window when the program ends.
-        theWindow() = new frmMultiSMS;
+        defaultInstance<frmMultiSMS>() = new frmMultiSMS;
     }
-    return theWindow();
+    return defaultInstance<frmMultiSMS>();
 }
 
 frmMultiSMS* frmMultiSMS::loaded()
 {
-    return theWindow();
+    return defaultInstance<frmMultiSMS>();
 }
 
 frmMultiSMS::frmMultiSMS()
@@ -394,7 +389,7 @@ void frmMultiSMS::openDataFile()
 void frmMultiSMS::openWebGroup()
 {
     frmOpenWebGroup::showOpenWebGroup(m_table, frmMain::instance());
-    if (theWindow() == this)
+    if (defaultInstance<frmMultiSMS>() == this)
         recalcMaxSizes();
 }
 

@@ -3,6 +3,7 @@
 
 #include "sending/GatewayAnswer.h"
 #include "toolkit/Clock.h"
+#include "toolkit/DefaultInstance.h"
 #include "toolkit/mAni2.h"
 
 #include <QCloseEvent>
@@ -10,7 +11,6 @@
 #include <QIcon>
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTextCursor>
@@ -20,23 +20,18 @@
 namespace {
 constexpr int LogClip = 101;
 
-QPointer<frmMultiSMSLog>& theWindow()
-{
-    static QPointer<frmMultiSMSLog> window;
-    return window;
-}
 } // namespace
 
 frmMultiSMSLog* frmMultiSMSLog::instance()
 {
-    if (!theWindow())
-        theWindow() = new frmMultiSMSLog; // deleted with the main window
-    return theWindow();
+    if (!defaultInstance<frmMultiSMSLog>())
+        defaultInstance<frmMultiSMSLog>() = new frmMultiSMSLog; // deleted with the main window
+    return defaultInstance<frmMultiSMSLog>();
 }
 
 frmMultiSMSLog* frmMultiSMSLog::loaded()
 {
-    return theWindow();
+    return defaultInstance<frmMultiSMSLog>();
 }
 
 frmMultiSMSLog::frmMultiSMSLog()
