@@ -20,11 +20,6 @@
 #include <QTableView>
 
 namespace {
-template<typename T> T* in(QWidget* window, const char* name)
-{
-    return window->findChild<T*>(QString::fromLatin1(name));
-}
-
 QStringList names(const RecipientTable& table)
 {
     QStringList list;

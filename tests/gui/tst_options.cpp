@@ -21,11 +21,6 @@ class TestOptions : public QObject
 
     MainWindowHarness m_harness;
 
-    template<typename T> static T* in(QWidget* window, const char* name)
-    {
-        return window->findChild<T*>(QString::fromLatin1(name));
-    }
-
 private slots:
     void init()
     {

@@ -21,11 +21,6 @@ const QString CommonFields = QStringLiteral(
     "email=demo@quellbote.test&kennwort=demo&firma=%20&empfaenger=00491711234567&empfaengername=&private=true"
     "&public=false&version=2.4.92&text=Hallo&absenderkennung=false&absender=&statusmeldung=false&antwort=false"
     "&einlieferung=false&referer=Quellbote");
-
-template<typename T> T* in(QWidget* window, const char* name)
-{
-    return window->findChild<T*>(QString::fromLatin1(name));
-}
 } // namespace
 
 class TestTerminversand : public QObject

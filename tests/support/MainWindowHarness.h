@@ -10,6 +10,12 @@
 
 #include <memory>
 
+// The named child of any window.
+template<typename T> T* in(QWidget* window, const char* name)
+{
+    return window->findChild<T*>(QString::fromLatin1(name));
+}
+
 class MainWindowHarness
 {
 public:
