@@ -2,127 +2,63 @@
 #include "WebView.h"
 
 #include "Codepage.h"
+#include "WebEngineLoader.h"
+#include "WebEngineSurface.h"
 
-#include <QPointer>
+#include <QLabel>
 #include <QRegularExpression>
 #include <QVBoxLayout>
-#include <QWebEnginePage>
-#include <QWebEngineProfile>
-#include <QWebEngineScript>
-#include <QWebEngineScriptCollection>
-#include <QWebEngineUrlRequestJob>
-#include <QWebEngineUrlScheme>
-#include <QWebEngineUrlSchemeHandler>
-#include <QWebEngineView>
 
 namespace {
-const QList<QByteArray>& pseudoSchemes()
-{
-    static const QList<QByteArray> schemes = { "telefon", "close", "gruppe", "quellbote-raw" };
-    return schemes;
-}
-
-// A click on a link to a pseudo-address is sent on as "quellbote-raw:" and the link's address
-// exactly as the page wrote it. Taken apart as a URL, "telefon://Name@0043/664/1" would have
-// its "host" 0043 turned into the address 0.0.0.35, and a name with a blank would not pass.
-const QString RawScheme = QStringLiteral("quellbote-raw");
-const char* const RawLinkScript = R"(
-document.addEventListener('click', function (event) {
-    var link = event.target && event.target.closest ? event.target.closest('a[href]') : null;
-    if (!link)
-        return;
-    var href = link.getAttribute('href');
-    if (/^(telefon:|gruppe:|close:|http:\/\/gruppe\/)/i.test(href)) {
-        event.preventDefault();
-        window.location.href = 'quellbote-raw:' + encodeURIComponent(href);
-    }
-}, true);
-)";
-
 bool isPseudoAddress(const QString& url)
 {
     static const QRegularExpression pattern(QStringLiteral("^(telefon:|gruppe:|close:|http://gruppe/)"),
                                             QRegularExpression::CaseInsensitiveOption);
     return pattern.match(url).hasMatch();
 }
-
-// A navigation to a pseudo-scheme that nobody cancelled ends here, unanswered.
-class PseudoSchemeHandler : public QWebEngineUrlSchemeHandler
-{
-public:
-    using QWebEngineUrlSchemeHandler::QWebEngineUrlSchemeHandler;
-    void requestStarted(QWebEngineUrlRequestJob* job) override { job->fail(QWebEngineUrlRequestJob::RequestAborted); }
-};
-
-class Page : public QWebEnginePage
-{
-public:
-    Page(QWebEngineProfile* profile, WebView* view)
-        : QWebEnginePage(profile, view)
-        , m_view(view)
-    {
-    }
-
-protected:
-    bool acceptNavigationRequest(const QUrl& url, NavigationType, bool) override
-    {
-        if (!m_view)
-            return true;
-        if (url.scheme() == RawScheme) {
-            // A pseudo-address leads nowhere, whether the window cancels it or not.
-            m_view->deliverPseudoAddress(QUrl::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()));
-            return false;
-        }
-        bool cancel = false;
-        emit m_view->beforeNavigate(QString::fromLatin1(url.toEncoded()), &cancel);
-        return !cancel;
-    }
-
-private:
-    QPointer<WebView> m_view;
-};
-
-QWebEngineProfile* profile()
-{
-    QWebEngineProfile* p = QWebEngineProfile::defaultProfile();
-    static bool installed = false;
-    if (!installed) {
-        installed = true;
-        auto* handler = new PseudoSchemeHandler(p);
-        for (const QByteArray& scheme : pseudoSchemes())
-            p->installUrlSchemeHandler(scheme, handler);
-    }
-    return p;
-}
 } // namespace
-
-void WebView::registerSchemes()
-{
-    for (const QByteArray& name : pseudoSchemes()) {
-        QWebEngineUrlScheme scheme(name);
-        scheme.setSyntax(QWebEngineUrlScheme::Syntax::Path);
-        scheme.setFlags(QWebEngineUrlScheme::LocalAccessAllowed);
-        QWebEngineUrlScheme::registerScheme(scheme);
-    }
-}
 
 WebView::WebView(QWidget* parent)
     : QWidget(parent)
-    , m_view(new QWebEngineView(this))
 {
-    m_view->setPage(new Page(profile(), this));
-    QWebEngineScript rawLinks;
-    rawLinks.setName(QStringLiteral("quellbote-raw-links"));
-    rawLinks.setSourceCode(QString::fromLatin1(RawLinkScript));
-    rawLinks.setInjectionPoint(QWebEngineScript::DocumentCreation);
-    rawLinks.setWorldId(QWebEngineScript::ApplicationWorld);
-    rawLinks.setRunsOnSubFrames(true);
-    m_view->page()->scripts().insert(rawLinks);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_view);
-    connect(m_view, &QWebEngineView::loadFinished, this,
-            [this](bool) { emit documentComplete(QString::fromLatin1(m_view->url().toEncoded())); });
+}
+
+WebEngineSurface* WebView::engine()
+{
+    if (m_engine || m_engineFailed)
+        return m_engine;
+    WebEngineFactory* factory = WebEngineLoader::factory();
+    if (!factory) {
+        // The page can't be shown; the window around it stays usable.
+        m_engineFailed = true;
+        auto* message = new QLabel(QStringLiteral("Die Webseite kann nicht angezeigt werden, weil die "
+                                                  "Webansicht nicht geladen werden konnte:\n")
+                                       + WebEngineLoader::errorString(),
+                                   this);
+        message->setObjectName(QStringLiteral("lblWebViewMissing"));
+        message->setWordWrap(true);
+        message->setAlignment(Qt::AlignCenter);
+        layout()->addWidget(message);
+        return nullptr;
+    }
+    WebEngineHandlers handlers;
+    handlers.navigation = [this](const QString& url) {
+        bool cancel = false;
+        emit beforeNavigate(url, &cancel);
+        return !cancel;
+    };
+    handlers.pseudoAddress = [this](const QString& url) {
+        deliverPseudoAddress(url);
+    };
+    handlers.loaded = [this](const QString& url) {
+        emit documentComplete(url);
+    };
+    m_engine = factory->create(this, handlers);
+    m_engine->setContextMenuEnabled(m_contextMenuEnabled);
+    layout()->addWidget(m_engine->widget());
+    return m_engine;
 }
 
 void WebView::navigate(const QString& url)
@@ -132,7 +68,8 @@ void WebView::navigate(const QString& url)
         deliverPseudoAddress(url);
         return;
     }
-    m_view->setUrl(Codepage::toUrl(url));
+    if (WebEngineSurface* surface = engine())
+        surface->load(Codepage::toUrl(url));
 }
 
 void WebView::deliverPseudoAddress(const QString& url)
@@ -143,10 +80,12 @@ void WebView::deliverPseudoAddress(const QString& url)
 
 void WebView::setContextMenuEnabled(bool enabled)
 {
-    m_view->setContextMenuPolicy(enabled ? Qt::DefaultContextMenu : Qt::NoContextMenu);
+    m_contextMenuEnabled = enabled;
+    if (m_engine)
+        m_engine->setContextMenuEnabled(enabled);
 }
 
 QString WebView::currentUrl() const
 {
-    return QString::fromLatin1(m_view->url().toEncoded());
+    return m_engine ? m_engine->url() : QString();
 }

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // An embedded browser that shows every navigation to the program before it happens, with a way
 // to cancel it, and that can suppress its context menu. The pseudo-schemes of the service's
-// pages ("telefon", "close", "gruppe") reach it like any other address.
+// pages ("telefon", "close", "gruppe") reach it like any other address. The web engine behind it
+// is loaded with the first page any WebView shows.
 #pragma once
 
 #include <QWidget>
 
-class QWebEngineView;
+class WebEngineSurface;
 
 class WebView : public QWidget
 {
@@ -14,9 +15,6 @@ class WebView : public QWidget
 
 public:
     explicit WebView(QWidget* parent = nullptr);
-
-    // Registers the pseudo-schemes; must run before the QApplication is created.
-    static void registerSchemes();
 
     // url as the program writes it; characters beyond ASCII go out as their Windows-1252 bytes.
     void navigate(const QString& url);
@@ -34,5 +32,10 @@ signals:
     void documentComplete(const QString& url);
 
 private:
-    QWebEngineView* m_view;
+    // The browser, made on first use; nullptr when the web engine can't be loaded.
+    WebEngineSurface* engine();
+
+    WebEngineSurface* m_engine = nullptr;
+    bool m_engineFailed = false;
+    bool m_contextMenuEnabled = true;
 };

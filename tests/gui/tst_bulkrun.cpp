@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "GuiTestMain.h"
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
 #include "bulk/frmMultiSMS.h"
@@ -12,6 +11,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTest>
 #include <QTimer>
 #include <QUrlQuery>
 
@@ -175,5 +175,5 @@ private slots:
     }
 };
 
-QUELLBOTE_GUI_TEST_MAIN(TestBulkRun)
+QTEST_MAIN(TestBulkRun)
 #include "tst_bulkrun.moc"

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "GuiTestMain.h"
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
@@ -16,6 +15,7 @@
 #include <QRadioButton>
 #include <QSignalSpy>
 #include <QStackedWidget>
+#include <QTest>
 
 class TestFirstTime : public QObject
 {
@@ -152,5 +152,5 @@ private slots:
     }
 };
 
-QUELLBOTE_GUI_TEST_MAIN(TestFirstTime)
+QTEST_MAIN(TestFirstTime)
 #include "tst_firsttime.moc"

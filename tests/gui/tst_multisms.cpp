@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "GuiTestMain.h"
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
@@ -18,6 +17,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTableView>
+#include <QTest>
 
 namespace {
 QStringList names(const RecipientTable& table)
@@ -220,5 +220,5 @@ private slots:
     }
 };
 
-QUELLBOTE_GUI_TEST_MAIN(TestMultiSMS)
+QTEST_MAIN(TestMultiSMS)
 #include "tst_multisms.moc"

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "GuiTestMain.h"
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
 #include "TestStore.h"
@@ -13,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTest>
 #include <QUrlQuery>
 
 class TestOptions : public QObject
@@ -117,5 +117,5 @@ private slots:
     }
 };
 
-QUELLBOTE_GUI_TEST_MAIN(TestOptions)
+QTEST_MAIN(TestOptions)
 #include "tst_options.moc"

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "GuiTestMain.h"
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
 #include "TestStore.h"
@@ -12,6 +11,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QTest>
 
 namespace {
 frmPhonebook* phonebook()
@@ -110,5 +110,5 @@ private slots:
     }
 };
 
-QUELLBOTE_GUI_TEST_MAIN(TestPhonebook)
+QTEST_MAIN(TestPhonebook)
 #include "tst_phonebook.moc"

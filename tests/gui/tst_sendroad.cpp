@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "GuiTestMain.h"
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
 #include "ServiceProcess.h"
@@ -532,5 +531,5 @@ private slots:
     }
 };
 
-QUELLBOTE_GUI_TEST_MAIN(TestSendRoad)
+QTEST_MAIN(TestSendRoad)
 #include "tst_sendroad.moc"

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "GuiTestMain.h"
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
 #include "ServiceProcess.h"
@@ -17,6 +16,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTest>
 
 class TestSignatures : public QObject
 {
@@ -115,5 +115,5 @@ private slots:
     }
 };
 
-QUELLBOTE_GUI_TEST_MAIN(TestSignatures)
+QTEST_MAIN(TestSignatures)
 #include "tst_signatures.moc"

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "GuiTestMain.h"
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
@@ -13,6 +12,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTest>
 
 namespace {
 const QString CronPath = QStringLiteral("/cronjob/send_repeat.php");
@@ -119,5 +119,5 @@ private slots:
     }
 };
 
-QUELLBOTE_GUI_TEST_MAIN(TestTerminversand)
+QTEST_MAIN(TestTerminversand)
 #include "tst_terminversand.moc"

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The embedded browser lives in a module of its own (quellbote_webengine), loaded when the first
+// page is to be shown: a start that shows no page then costs neither the web engine's libraries
+// nor an OpenGL context. These are the two sides of that module.
+#pragma once
+
+#include <QString>
+#include <QtPlugin>
+
+#include <functional>
+
+class QUrl;
+class QWidget;
+
+// What the browser reports to the window that holds it.
+struct WebEngineHandlers
+{
+    // Asked before every navigation, with the address in its raw encoded form; false cancels it.
+    std::function<bool(const QString& url)> navigation;
+    // A click on a link to a pseudo-address, exactly as the page wrote the link.
+    std::function<void(const QString& url)> pseudoAddress;
+    // A page has finished loading.
+    std::function<void(const QString& url)> loaded;
+};
+
+// One browser, a child widget of the window that asked for it.
+class WebEngineSurface
+{
+public:
+    virtual ~WebEngineSurface() = default;
+    virtual QWidget* widget() = 0;
+    virtual void load(const QUrl& url) = 0;
+    virtual QString url() const = 0;
+    virtual void setContextMenuEnabled(bool enabled) = 0;
+};
+
+class WebEngineFactory
+{
+public:
+    virtual ~WebEngineFactory() = default;
+    // A new browser whose widget is a child of parent, and so owned by it.
+    virtual WebEngineSurface* create(QWidget* parent, WebEngineHandlers handlers) = 0;
+};
+
+#define WebEngineFactory_iid "de.tarnholt.Quellbote.WebEngineFactory/1"
+Q_DECLARE_INTERFACE(WebEngineFactory, WebEngineFactory_iid)

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The web engine module: Qt WebEngine behind the program's WebView. Loaded when the first page is
+// shown (see WebEngineLoader), so it registers the pseudo-schemes itself before it makes anything
+// of the engine.
+#include "toolkit/WebEngineSurface.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QWebEnginePage>
+#include <QWebEngineProfile>
+#include <QWebEngineScript>
+#include <QWebEngineScriptCollection>
+#include <QWebEngineUrlRequestJob>
+#include <QWebEngineUrlScheme>
+#include <QWebEngineUrlSchemeHandler>
+#include <QWebEngineView>
+
+namespace {
+const QList<QByteArray>& pseudoSchemes()
+{
+    static const QList<QByteArray> schemes = { "telefon", "close", "gruppe", "quellbote-raw" };
+    return schemes;
+}
+
+// A click on a link to a pseudo-address is sent on as "quellbote-raw:" and the link's address
+// exactly as the page wrote it. Taken apart as a URL, "telefon://Name@0043/664/1" would have
+// its "host" 0043 turned into the address 0.0.0.35, and a name with a blank would not pass.
+const QString RawScheme = QStringLiteral("quellbote-raw");
+const char* const RawLinkScript = R"(
+document.addEventListener('click', function (event) {
+    var link = event.target && event.target.closest ? event.target.closest('a[href]') : null;
+    if (!link)
+        return;
+    var href = link.getAttribute('href');
+    if (/^(telefon:|gruppe:|close:|http:\/\/gruppe\/)/i.test(href)) {
+        event.preventDefault();
+        window.location.href = 'quellbote-raw:' + encodeURIComponent(href);
+    }
+}, true);
+)";
+
+// A navigation to a pseudo-scheme that nobody cancelled ends here, unanswered.
+class PseudoSchemeHandler : public QWebEngineUrlSchemeHandler
+{
+public:
+    using QWebEngineUrlSchemeHandler::QWebEngineUrlSchemeHandler;
+    void requestStarted(QWebEngineUrlRequestJob* job) override { job->fail(QWebEngineUrlRequestJob::RequestAborted); }
+};
+
+class Page : public QWebEnginePage
+{
+public:
+    Page(QWebEngineProfile* profile, const WebEngineHandlers& handlers, QObject* parent)
+        : QWebEnginePage(profile, parent)
+        , m_handlers(handlers)
+    {
+    }
+
+protected:
+    bool acceptNavigationRequest(const QUrl& url, NavigationType, bool) override
+    {
+        if (url.scheme() == RawScheme) {
+            // A pseudo-address leads nowhere, whether the window cancels it or not.
+            m_handlers.pseudoAddress(QUrl::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()));
+            return false;
+        }
+        return m_handlers.navigation(QString::fromLatin1(url.toEncoded()));
+    }
+
+private:
+    WebEngineHandlers m_handlers;
+};
+
+QWebEngineProfile* profile()
+{
+    QWebEngineProfile* p = QWebEngineProfile::defaultProfile();
+    static bool installed = false;
+    if (!installed) {
+        installed = true;
+        auto* handler = new PseudoSchemeHandler(p);
+        for (const QByteArray& scheme : pseudoSchemes())
+            p->installUrlSchemeHandler(scheme, handler);
+    }
+    return p;
+}
+
+class EngineView : public QWebEngineView, public WebEngineSurface
+{
+public:
+    EngineView(QWidget* parent, const WebEngineHandlers& handlers)
+        : QWebEngineView(parent)
+    {
+        setPage(new Page(profile(), handlers, this));
+        QWebEngineScript rawLinks;
+        rawLinks.setName(QStringLiteral("quellbote-raw-links"));
+        rawLinks.setSourceCode(QString::fromLatin1(RawLinkScript));
+        rawLinks.setInjectionPoint(QWebEngineScript::DocumentCreation);
+        rawLinks.setWorldId(QWebEngineScript::ApplicationWorld);
+        rawLinks.setRunsOnSubFrames(true);
+        page()->scripts().insert(rawLinks);
+        connect(this, &QWebEngineView::loadFinished, this,
+                [this, loaded = handlers.loaded](bool) { loaded(EngineView::url()); });
+    }
+
+    QWidget* widget() override { return this; }
+    void load(const QUrl& url) override { setUrl(url); }
+    QString url() const override { return QString::fromLatin1(QWebEngineView::url().toEncoded()); }
+    void setContextMenuEnabled(bool enabled) override
+    {
+        setContextMenuPolicy(enabled ? Qt::DefaultContextMenu : Qt::NoContextMenu);
+    }
+};
+
+void registerSchemes()
+{
+    for (const QByteArray& name : pseudoSchemes()) {
+        QWebEngineUrlScheme scheme(name);
+        scheme.setSyntax(QWebEngineUrlScheme::Syntax::Path);
+        scheme.setFlags(QWebEngineUrlScheme::LocalAccessAllowed);
+        QWebEngineUrlScheme::registerScheme(scheme);
+    }
+}
+} // namespace
+
+class QuellboteWebEngine : public QObject, public WebEngineFactory
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID WebEngineFactory_iid)
+    Q_INTERFACES(WebEngineFactory)
+
+public:
+    // The schemes must be known before the engine makes its first profile.
+    QuellboteWebEngine() { registerSchemes(); }
+
+    WebEngineSurface* create(QWidget* parent, WebEngineHandlers handlers) override
+    {
+        return new EngineView(parent, handlers); // owned by parent
+    }
+};
+
+#include "QuellboteWebEngine.moc"
