@@ -111,6 +111,10 @@ bool SaveRegString(const QString& keyPath, const QString& valueName, const QStri
 #else
     Q_UNUSED(hive);
 #endif
+    // The options are saved whole, most values unchanged: a value that is already there is not
+    // written again, which spares the file a rewrite per value.
+    if (settings->value(valueName) == text)
+        return true;
     settings->setValue(valueName, text);
     return finish(*settings);
 }
