@@ -5,6 +5,8 @@
 #include <QLabel>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class TestCTooltip : public QObject
 {
     Q_OBJECT
@@ -12,40 +14,38 @@ class TestCTooltip : public QObject
     static int tipWindows()
     {
         int count = 0;
-        for (QWidget* w : QApplication::topLevelWidgets()) {
-            if (w->objectName() == u"balloon")
-                ++count;
-        }
+        for (QWidget* w : QApplication::topLevelWidgets())
+            count += w->objectName() == u"balloon";
         return count;
     }
 
-private slots:
-    void defaults()
+    static void enter(QWidget* control)
     {
-        CTooltip tip;
-        QCOMPARE(tip.DelayTime(), 500);
-        QCOMPARE(tip.VisibleTime(), 5000);
-        QCOMPARE(tip.Style(), 0);
-        QVERIFY(!tip.BackColor().isValid());
+        QEnterEvent event(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+        QApplication::sendEvent(control, &event);
     }
 
+    static QLabel* tipText(const CTooltip& tip) { return tip.tipWindow()->findChild<QLabel*>(u"tipText"_s); }
+
+private slots:
     void createTwiceLeavesOneTip()
     {
         QWidget control;
         control.show();
         CTooltip tip;
-        tip.setTipText(QStringLiteral("vorher gesetzt"));
+        QCOMPARE(tip.DelayTime(), 500);
+        QCOMPARE(tip.VisibleTime(), 5000);
+        tip.setTipText(u"vorher gesetzt"_s);
         tip.Create(&control);
         tip.Create(&control);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCOMPARE(tipWindows(), 1);
-        QCOMPARE(tip.tipWindow()->findChild<QLabel*>(QStringLiteral("tipText"))->text(),
-                 QStringLiteral("vorher gesetzt"));
+        QCOMPARE(tipText(tip)->text(), u"vorher gesetzt"_s);
         tip.Destroy();
         QCOMPARE(tipWindows(), 0);
     }
 
-    void showsAfterTheDelayAndFollowsItsTexts()
+    void showsAfterTheDelayHidesAfterItsTime()
     {
         QWidget control;
         control.resize(100, 30);
@@ -53,32 +53,23 @@ private slots:
         CTooltip tip;
         tip.setDelayTime(10);
         tip.setVisibleTime(100000);
-        tip.setTitle(QStringLiteral("Guthaben"));
-        tip.setTipText(QStringLiteral("eins\r\nzwei"));
+        tip.setTitle(u"Guthaben"_s);
+        tip.setTipText(u"eins\r\nzwei"_s);
         tip.Create(&control);
+        enter(&control);
         QVERIFY(!tip.isTipVisible());
-        QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
-        QApplication::sendEvent(&control, &enter);
         QTRY_VERIFY(tip.isTipVisible());
-        auto* text = tip.tipWindow()->findChild<QLabel*>(QStringLiteral("tipText"));
-        QCOMPARE(text->text(), QStringLiteral("eins\nzwei"));
-        tip.setTipText(QStringLiteral("neu"));
-        QCOMPARE(text->text(), QStringLiteral("neu"));
+        QCOMPARE(tipText(tip)->text(), u"eins\nzwei"_s);
+        tip.setTipText(u"neu"_s);
+        QCOMPARE(tipText(tip)->text(), u"neu"_s);
         QEvent leave(QEvent::Leave);
         QApplication::sendEvent(&control, &leave);
         QVERIFY(!tip.isTipVisible());
-    }
-
-    void hidesAfterItsVisibleTime()
-    {
-        QWidget control;
-        control.show();
-        CTooltip tip;
+        // The times take effect at the next Create.
         tip.setDelayTime(0);
         tip.setVisibleTime(20);
         tip.Create(&control);
-        QEnterEvent enter(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
-        QApplication::sendEvent(&control, &enter);
+        enter(&control);
         QTRY_VERIFY(tip.isTipVisible());
         QTRY_VERIFY(!tip.isTipVisible());
     }
