@@ -13,4 +13,6 @@ rm -f build/quellbote_*.deb
 (cd build && cpack -G DEB)
 dpkg-deb --info build/quellbote_*.deb | grep -E "Package|Version|Depends"
 dpkg-deb --contents build/quellbote_*.deb | grep "usr/share/applications/de.tarnholt.Quellbote.desktop" > /dev/null
+# The web engine module sits where the program looks for it, relative to itself.
+dpkg-deb --contents build/quellbote_*.deb | grep "usr/lib/quellbote/quellbote_webengine.so" > /dev/null
 echo "== package: $(basename build/quellbote_*.deb)"

@@ -31,10 +31,12 @@ State& state()
     return s;
 }
 
-// Beside the program first, then where the package installs it, then the build tree.
+// Beside the program first, then where the package installs it (relative to the program), then
+// the build tree.
 QStringList folders()
 {
-    return { QCoreApplication::applicationDirPath(), QStringLiteral(QUELLBOTE_WEBENGINE_INSTALL_DIR),
+    const QDir program(QCoreApplication::applicationDirPath());
+    return { program.path(), program.filePath(QStringLiteral(QUELLBOTE_WEBENGINE_INSTALL_DIR)),
              QStringLiteral(QUELLBOTE_WEBENGINE_BUILD_DIR) };
 }
 
