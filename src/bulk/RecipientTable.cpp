@@ -175,7 +175,9 @@ bool RecipientTable::save(const QString& path, const std::function<void(int, int
     if (progress)
         progress(0, maximum);
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    // Unbuffered, so that a write the disk cuts short shows here; through Qt's buffer a full disk
+    // could pass for a written file.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         if (failure)
             *failure = FileFailure::of(file, path);
         return false;

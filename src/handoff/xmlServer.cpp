@@ -31,25 +31,35 @@ QString euroToE(QString text)
     return text.replace(QChar(0x20AC), QLatin1Char('E'));
 }
 
-// Written whole in the temporary folder first, so that the server only ever sees the copy.
+// The file whole or not at all. Unbuffered, so that a write the disk cuts short shows here;
+// through Qt's buffer a full disk could pass for a written file.
+bool writeWhole(const QString& path, const QByteArray& bytes)
+{
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size()
+        && file.commit();
+}
+
+// Written whole in the temporary folder first, then copied, so that the server only ever sees a
+// whole file.
 WriteResult write(const QByteArray& document, const QString& targetFolder)
 {
     WriteResult result;
     const QString name = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper() + QStringLiteral(".xml");
     const QString temporary = temporaryFolder() + u'/' + name;
-    {
-        QSaveFile file(temporary);
-        if (!file.open(QIODevice::WriteOnly) || file.write(document) != document.size() || !file.commit()) {
-            result.error
-                = QStringLiteral("Die Datei ") + temporary + QStringLiteral(" konnte nicht geschrieben werden.");
-            return result;
-        }
-    }
-    if (!QFile::exists(temporary))
+    if (!writeWhole(temporary, document)) {
+        result.error = QStringLiteral("Die Datei ") + temporary + QStringLiteral(" konnte nicht geschrieben werden.");
         return result;
+    }
+    // A temporary file that is gone already is copied nowhere, without a word.
+    QFile written(temporary);
+    if (!written.open(QIODevice::ReadOnly))
+        return result;
+    const QByteArray copy = written.readAll();
+    written.close();
     // The folder setting gets a separator behind it, whether it ends in one or not.
     result.path = targetFolder + u'/' + name;
-    if (!QFile::copy(temporary, result.path)) {
+    if (!writeWhole(result.path, copy)) {
         result.error
             = QStringLiteral("Die Datei konnte nicht nach ") + targetFolder + QStringLiteral(" kopiert werden.");
         QFile::remove(temporary);

@@ -196,7 +196,7 @@ void frmMain::handOffToServer(const QString& number, const QString& text)
     case GatewayRequest::ServerWriter::None:
         break;
     }
-    if (!written.ok) {
+    if (!written.ok && !written.error.isEmpty()) {
         // Nothing is lost: the fields keep the message, and the user learns where it stuck; in a
         // bulk run each row that failed says so in the log.
         const QString problem

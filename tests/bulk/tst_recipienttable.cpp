@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskFull.h"
 #include "bulk/RecipientTable.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -126,6 +131,43 @@ private slots:
         QVERIFY(table.load(out));
         QCOMPARE(table.rows().first().Nummer, u"0049oritz"_s);
         QCOMPARE(table.rows().first().Freitext1, u"00491711234567"_s);
+    }
+
+    // A save that breaks off leaves the file as it was: the disk runs full, or the program is
+    // killed after the new file was begun but before it took the old one's place.
+    void interruptedSaveKeepsTheOldFile_data()
+    {
+        QTest::addColumn<bool>("killed");
+        QTest::newRow("disk full") << false;
+        QTest::newRow("killed before the rename") << true;
+    }
+
+    void interruptedSaveKeepsTheOldFile()
+    {
+        QFETCH(bool, killed);
+        const QByteArray old = "Alt;00491711234567;;;\r\n";
+        const QString path = writeFile(old);
+        RecipientTable table;
+        for (int i = 0; i < 20; ++i)
+            table.addRow(u"Neu %1"_s.arg(i), u"00491711234567"_s, u"frei"_s, QString());
+        if (killed) {
+            const pid_t child = fork();
+            if (child == 0) {
+                table.save(path, [](int value, int) {
+                    if (value > 0)
+                        raise(SIGKILL);
+                });
+                _exit(0);
+            }
+            int status = 0;
+            QCOMPARE(waitpid(child, &status, 0), child);
+            QVERIFY(WIFSIGNALED(status));
+        } else {
+            const auto full = diskFullAfter(64);
+            FileFailure failure;
+            QVERIFY(!table.save(path, {}, &failure));
+        }
+        QCOMPARE(readFile(path), old);
     }
 
     void figuresAndClear()

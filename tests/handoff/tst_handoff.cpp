@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "DiskFull.h"
 #include "handoff/CMD5.h"
 #include "handoff/xmlServer.h"
 
@@ -201,22 +202,27 @@ private slots:
         QCOMPARE(filesIn(target.path()).size(), 1);
     }
 
-    // A folder that isn't there is reported to the caller, and nothing is left behind.
+    // A folder that isn't there, or a disk that runs full, is reported to the caller, and nothing
+    // is left behind: the server never sees half a job.
     void failures_data()
     {
         QTest::addColumn<bool>("badTemp");
-        QTest::newRow("target folder missing") << false;
-        QTest::newRow("temporary folder missing") << true;
+        QTest::addColumn<bool>("diskFull");
+        QTest::newRow("target folder missing") << false << false;
+        QTest::newRow("temporary folder missing") << true << false;
+        QTest::newRow("disk full") << false << true;
     }
 
     void failures()
     {
         QFETCH(bool, badTemp);
+        QFETCH(bool, diskFull);
         QTemporaryDir temp;
         QTemporaryDir target;
         const QString missing = u"missing"_s;
         const auto restore = pointTempAt(badTemp ? temp.filePath(missing) : temp.path());
-        const auto result = writeJob(badTemp ? target.path() : target.filePath(missing), true);
+        const auto full = diskFullAfter(diskFull ? 64 : RLIM_INFINITY);
+        const auto result = writeJob(badTemp || diskFull ? target.path() : target.filePath(missing), true);
         QVERIFY(!result.ok);
         QVERIFY(!result.error.isEmpty());
         QCOMPARE(filesIn(temp.path()), QStringList());
