@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "frmMultiSMS.h"
 
+#include "BulkRun.h"
 #include "frmOpenWebGroup.h"
 #include "sending/frmMain.h"
 #include "settings/AddressBook.h"
@@ -205,6 +206,11 @@ void frmMultiSMS::connectHandlers()
 
 void frmMultiSMS::closeEvent(QCloseEvent* event)
 {
+    // The rows of a run in progress are still being sent: the window stays until the run ends.
+    if (BulkRun::isRunning()) {
+        event->ignore();
+        return;
+    }
     // The table goes with the window, without a question.
     if (frmMain* main = frmMain::instance()) {
         main->disableMultiSMS();

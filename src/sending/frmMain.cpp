@@ -448,8 +448,11 @@ void frmMain::updateCost()
 
 void frmMain::startUpdater()
 {
-    // The updater runs on its own; the program goes on.
-    QProcess::startDetached(ProgramFolder::path() + u'/' + Urls().UpdaterName(), {}, ProgramFolder::path());
+    // The updater runs on its own; the program goes on, also when it can't be started.
+    const QString updater = ProgramFolder::path() + u'/' + Urls().UpdaterName();
+    if (!QProcess::startDetached(updater, {}, ProgramFolder::path()))
+        MessageBox::show(this, QStringLiteral("Das Update-Programm %1 konnte nicht gestartet werden.").arg(updater),
+                         MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event)

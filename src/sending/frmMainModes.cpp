@@ -40,6 +40,10 @@ void frmMain::tbTerminversand_Click()
 
 void frmMain::tbMultiSMS_Click()
 {
+    // Leaving the mode in the middle of a run would send the remaining rows as single messages
+    // (emptied after the first answer) or drop them with the table.
+    if (BulkRun::isRunning())
+        return;
     if (isMultiSMSMode)
         disableMultiSMS();
     else
