@@ -42,8 +42,11 @@ QComboBox* comboBox(QWidget* parent, const char* name, const QString& accessible
 {
     auto* box = named(new QComboBox(parent), name, accessibleName);
     box->setEditable(editable);
-    if (editable)
+    if (editable) {
         box->setInsertPolicy(QComboBox::NoInsert);
+        // A screen reader announces the text field inside the box when it has the focus.
+        box->lineEdit()->setAccessibleName(accessibleName);
+    }
     box->setMinimumContentsLength(widthInCharacters);
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     return box;

@@ -267,6 +267,8 @@ void frmMain::buildControls()
     auto* lblGuthaben = new QLabel(QStringLiteral("Guthaben"), this);
     lblGuthaben->setBuddy(lblCredits);
     cmbName->setAccessibleName(lblName->text());
+    // A screen reader announces the text field inside the box when it has the focus.
+    cmbName->lineEdit()->setAccessibleName(lblName->text());
     cmbVorwahl->setAccessibleName(QStringLiteral("Vorwahl"));
     txtNummer->setAccessibleName(lblRufnummer->text());
     chkPrivat->setAccessibleName(QStringLiteral("privat"));

@@ -1,0 +1,296 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a screen reader meets in the program's windows: every control it can reach has a name,
+// and working a control through it does what a click does.
+#include "MainWindowHarness.h"
+#include "MessageBoxScript.h"
+#include "account/frmFirstTime.h"
+#include "bulk/frmMultiSMS.h"
+#include "bulk/frmMultiSMSLog.h"
+#include "schedule/frmTimeControl.h"
+#include "settings/cOptionen.h"
+#include "settings/frmOptionen.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QDialog>
+#include <QLineEdit>
+#include <QMetaEnum>
+#include <QTableView>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+
+namespace {
+// The roles a user works with; their accessible name is all a screen reader can say of them.
+bool isControl(QAccessibleInterface* node)
+{
+    static const QList<QAccessible::Role> controls { QAccessible::Button,       QAccessible::CheckBox,
+                                                     QAccessible::RadioButton,  QAccessible::ComboBox,
+                                                     QAccessible::EditableText, QAccessible::ButtonMenu,
+                                                     QAccessible::SpinBox,      QAccessible::Slider,
+                                                     QAccessible::PageTab,      QAccessible::Link };
+    return controls.contains(node->role()) && !node->state().disabled;
+}
+
+// The window's tree depth first, without what the user cannot see.
+void visit(QAccessibleInterface* node, const std::function<void(QAccessibleInterface*)>& each)
+{
+    if (!node || node->state().invisible)
+        return;
+    each(node);
+    for (int i = 0; i < node->childCount(); ++i)
+        visit(node->child(i), each);
+}
+
+// The control as a failure message names it: the nearest object name, its class and its role.
+QString describe(QAccessibleInterface* node)
+{
+    QObject* o = node->object();
+    const QString className = QString::fromLatin1(o->metaObject()->className());
+    while (o->objectName().isEmpty() && o->parent())
+        o = o->parent();
+    return QStringLiteral("%1 (%2, %3)")
+        .arg(o->objectName(), className,
+             QString::fromLatin1(QMetaEnum::fromType<QAccessible::Role>().valueToKey(node->role())));
+}
+
+// The window's visible, enabled control that a screen reader announces by this name.
+QAccessibleInterface* control(QWidget* window, const QString& name)
+{
+    QAccessibleInterface* found = nullptr;
+    visit(QAccessible::queryAccessibleInterface(window), [&](QAccessibleInterface* node) {
+        if (!found && isControl(node) && node->text(QAccessible::Name) == name)
+            found = node;
+    });
+    return found;
+}
+
+// Works the named control as assistive technology does: toggles a switch, presses anything else.
+bool act(QWidget* window, const QString& name)
+{
+    QAccessibleInterface* node = control(window, name);
+    QAccessibleActionInterface* actions = node ? node->actionInterface() : nullptr;
+    const QStringList offered = actions ? actions->actionNames() : QStringList();
+    const QString toggle = QAccessibleActionInterface::toggleAction();
+    const QString action = offered.contains(toggle) ? toggle : QAccessibleActionInterface::pressAction();
+    if (!offered.contains(action))
+        return false;
+    actions->doAction(action);
+    return true;
+}
+} // namespace
+
+class TestAccessibility : public QObject
+{
+    Q_OBJECT
+
+    MainWindowHarness m_harness;
+    std::unique_ptr<MessageBoxScript> m_boxes;
+
+private slots:
+    // No screen reader is attached here; switched on as one would, so widgets report their changes.
+    void initTestCase() { QAccessible::setActive(true); }
+
+    void init()
+    {
+        m_boxes = std::make_unique<MessageBoxScript>();
+        m_harness.resetStore();
+        QVERIFY(m_harness.startService());
+    }
+
+    void cleanup()
+    {
+        m_harness.reset();
+        m_boxes.reset();
+    }
+
+    void everyReachableControlHasAName_data()
+    {
+        // The window, then the buttons clicked one by one; the window is walked after each.
+        QTest::addColumn<QString>("steps");
+        QTest::newRow("main window") << "frmMain tbMultiSMS";
+        QTest::newRow("MultiSMS") << "frmMultiSMS";
+        QTest::newRow("MultiSMS log") << "frmMultiSMSLog";
+        QTest::newRow("settings") << "frmOptionen tbKontodaten tbVersandoperationen tbQuellboteServer tbProxy "
+                                     "tbAdressbuch";
+        QTest::newRow("scheduling") << "frmTimeControl cbRepetition obEndingDate obSeriesWorkDay obMonthly "
+                                       "obSeriesWMonth obYearly obSeriesYearWMonth";
+        QTest::newRow("first start") << "frmFirstTime cmdNext optNewOld1";
+    }
+
+    void everyReachableControlHasAName()
+    {
+        QFETCH(QString, steps);
+        QStringList choices = steps.split(u' ');
+        const QString window = choices.takeFirst();
+        frmMain* main = m_harness.loadMain();
+        QWidget* shown = main;
+        std::unique_ptr<QWidget> owned;
+        if (window == u"frmMultiSMS") {
+            m_harness.child<QAbstractButton>("tbMultiSMS")->click();
+            shown = frmMultiSMS::loaded();
+        } else if (window == u"frmMultiSMSLog") {
+            shown = frmMultiSMSLog::instance();
+        } else if (window == u"frmOptionen") {
+            shown = (owned = std::make_unique<frmOptionen>(main)).get();
+        } else if (window == u"frmTimeControl") {
+            shown = (owned = std::make_unique<frmTimeControl>(QString(), main)).get();
+        } else if (window == u"frmFirstTime") {
+            shown = (owned = std::make_unique<frmFirstTime>()).get();
+        }
+        shown->show();
+
+        QStringList nameless;
+        int controls = 0;
+        const auto walk = [&] {
+            visit(QAccessible::queryAccessibleInterface(shown), [&](QAccessibleInterface* node) {
+                if (!isControl(node))
+                    return;
+                ++controls;
+                if (node->text(QAccessible::Name).trimmed().isEmpty() && !nameless.contains(describe(node)))
+                    nameless.append(describe(node));
+            });
+        };
+        walk();
+        for (const QString& choice : choices) {
+            auto* button = in<QAbstractButton>(shown, choice.toLatin1().constData());
+            QVERIFY2(button, qPrintable(choice));
+            button->click();
+            walk();
+        }
+        QVERIFY(controls > 0);
+        // The editor inside an editable combo box counts too: it is what a screen reader is told
+        // has the focus while the box has it.
+        QVERIFY2(nameless.isEmpty(), qPrintable(QStringLiteral("nameless: ") + nameless.join(QStringLiteral("; "))));
+    }
+
+    void mainWindowControlsActLikeAClick_data()
+    {
+        // What the control did, as the observations below put it, separated by "|".
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<bool>("senderNamed");
+        QTest::addColumn<QString>("happened");
+        QTest::newRow("send with empty fields")
+            << "Senden" << false
+            << "box: Bitte korrigieren Sie die rot markierten Felder.|marked: cmbVorwahl|marked: txtSMS";
+        QTest::newRow("MultiSMS") << "MultiSMS" << false << "window: frmMultiSMS";
+        QTest::newRow("settings") << "Einstellungen" << false << "modal: frmOptionen";
+        QTest::newRow("scheduling") << "Terminversand" << false << "modal: frmTimeControl";
+        QTest::newRow("new signature") << "Neue Signatur" << false << "modal: frmSignaturen";
+        QTest::newRow("address book") << "Adressbuch" << false << "modal: frmAddressBookPicker";
+        // The option panels switch the options and the price; replies are on to begin with.
+        QTest::newRow("sender identity") << "Absenderkennung" << true << "price: 14|Absenderkennung: on|Antwort: off";
+        QTest::newRow("sender identity without a name")
+            << "Absenderkennung" << false
+            << "box: Sie haben keine Absenderkennung eingegeben.|window: frmOptionen|price: 14|Absenderkennung: on"
+               "|Antwort: off";
+        QTest::newRow("hand-in mail") << "Einlieferung" << false << "Einlieferung: on";
+    }
+
+    void mainWindowControlsActLikeAClick()
+    {
+        QFETCH(QString, control);
+        QFETCH(bool, senderNamed);
+        QFETCH(QString, happened);
+        Options().setAbsenderkennung(senderNamed ? QStringLiteral("Tarnholt") : QString());
+        Options().setIsAntwortEnabled(true);
+        frmMain* main = m_harness.loadMain();
+        if (happened.startsWith(QStringLiteral("box: ")))
+            m_boxes->answer(MessageBox::Answer::Ok);
+        // Each modal window that comes is noted and sent away again.
+        QStringList modals;
+        QTimer closer;
+        connect(&closer, &QTimer::timeout, this, [&modals] {
+            if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                modals.append(QStringLiteral("modal: ") + dialog->objectName());
+                dialog->reject();
+            }
+        });
+        closer.start(20);
+        const QWidgetList before = QApplication::topLevelWidgets();
+        const auto observed = [&] {
+            QStringList seen;
+            for (const MessageBox::Box& box : m_boxes->shown())
+                seen.append(QStringLiteral("box: ") + box.text.section(QStringLiteral("\r\n"), 0, 0));
+            seen += modals;
+            for (QWidget* window : QApplication::topLevelWidgets()) {
+                if (window->isVisible() && !before.contains(window))
+                    seen.append(QStringLiteral("window: ") + window->objectName());
+            }
+            for (QWidget* field : main->findChildren<QWidget*>()) {
+                if (field->styleSheet().contains(QStringLiteral("rgb(255, 192, 192)")))
+                    seen.append(QStringLiteral("marked: ") + field->objectName());
+            }
+            seen.append(QStringLiteral("price: ") + m_harness.child<QLineEdit>("txtKostenProSMS")->text());
+            for (const auto& [panel, on] : { std::pair { "Absenderkennung", Options().isAbsenderkennung() },
+                                             std::pair { "Antwort", Options().isAntwortEnabled() },
+                                             std::pair { "Einlieferung", Options().isControlEmail() } })
+                seen.append(QString::fromLatin1(panel) + (on ? QStringLiteral(": on") : QStringLiteral(": off")));
+            return seen;
+        };
+        const QStringList initially = observed(); // an empty number is marked from the start
+        QVERIFY(act(main, control));
+        QTRY_VERIFY(observed() != initially);
+        QStringList news = observed();
+        for (const QString& old : initially)
+            news.removeOne(old);
+        QCOMPARE(news.join(u'|'), happened);
+    }
+
+    void multiSmsKeysPressLikeAClick_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<bool>("editing"); // the first row is opened for editing
+        QTest::addColumn<QString>("typed"); // name and number
+        QTest::addColumn<int>("boxes");
+        QTest::addColumn<QString>("rows");
+        QTest::newRow("add") << "Hinzufügen" << false << "Carla 0049173" << 0 << "Anna Bernhard Carla";
+        QTest::newRow("add without a number") << "Hinzufügen" << false << "Carla" << 1 << "Anna Bernhard";
+        QTest::newRow("apply an edit") << "Übernehmen" << true << "Carla" << 0 << "Carla Bernhard";
+        QTest::newRow("delete the selected row") << "Löschen" << false << "" << 0 << "Bernhard";
+        QTest::newRow("new table") << "Neu" << false << "" << 1 << "";
+    }
+
+    void multiSmsKeysPressLikeAClick()
+    {
+        QFETCH(QString, key);
+        QFETCH(bool, editing);
+        QFETCH(QString, typed);
+        QFETCH(int, boxes);
+        QFETCH(QString, rows);
+        m_harness.loadMain();
+        m_harness.child<QAbstractButton>("tbMultiSMS")->click();
+        frmMultiSMS* window = frmMultiSMS::loaded();
+        RecipientTable& table = window->table();
+        table.addRow(QStringLiteral("Anna"), QStringLiteral("0049171"), QString(), QString());
+        table.addRow(QStringLiteral("Bernhard"), QStringLiteral("0049172"), QString(), QString());
+        auto* lvData = in<QTableView>(window, "lvData");
+        lvData->selectRow(0);
+        if (editing)
+            emit lvData->doubleClicked(table.index(0, 0));
+        const QStringList fields = typed.split(u' ', Qt::SkipEmptyParts);
+        if (fields.size() > 0)
+            in<QLineEdit>(window, "txtName")->setText(fields[0]);
+        if (fields.size() > 1)
+            in<QLineEdit>(window, "txtNummer")->setText(fields[1]);
+        // The missing number is told; "Neu" asks first.
+        if (boxes)
+            m_boxes->answer(MessageBox::Answer::Yes);
+        const auto names = [&table] {
+            QStringList list;
+            for (const RecipientRow& row : table.rows())
+                list.append(row.Name);
+            return list.join(u' ');
+        };
+        // The toolbar shows and hides its buttons when it next lays itself out.
+        QTRY_VERIFY(control(window, key));
+        QVERIFY(act(window, key));
+        QTRY_COMPARE(m_boxes->count(), boxes);
+        QTRY_COMPARE(names(), rows);
+    }
+};
+
+QTEST_MAIN(TestAccessibility)
+#include "tst_accessibility.moc"
