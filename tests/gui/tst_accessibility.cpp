@@ -186,6 +186,7 @@ private slots:
             << "Absenderkennung" << false
             << "box: Sie haben keine Absenderkennung eingegeben.|window: frmOptionen|price: 14|Absenderkennung: on"
                "|Antwort: off";
+        QTest::newRow("replies") << "Antwort" << false << "price: 10|Antwort: off";
         QTest::newRow("hand-in mail") << "Einlieferung" << false << "Einlieferung: on";
     }
 

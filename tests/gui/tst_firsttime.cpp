@@ -17,6 +17,8 @@
 #include <QStackedWidget>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class TestFirstTime : public QObject
 {
     Q_OBJECT
@@ -27,24 +29,19 @@ class TestFirstTime : public QObject
     static bool marked(QLineEdit* field, const QColor& colour = FieldColors::LightRed)
     {
         return field->styleSheet().contains(
-            QStringLiteral("rgb(%1, %2, %3)").arg(colour.red()).arg(colour.green()).arg(colour.blue()));
+            u"rgb(%1, %2, %3)"_s.arg(colour.red()).arg(colour.green()).arg(colour.blue()));
     }
 
     void newAccount(const QString& email, const QString& repeat)
     {
         m_wizard->optNew->setChecked(true);
-        m_wizard->txtFirstName->setText(QStringLiteral("Eva"));
-        m_wizard->txtName->setText(QStringLiteral("Müller"));
-        m_wizard->txtStrasse->setText(QStringLiteral("Hauptstr. 1"));
-        m_wizard->txtPLZ->setText(QStringLiteral("10115"));
-        m_wizard->txtOrt->setText(QStringLiteral("Berlin"));
+        m_wizard->txtFirstName->setText(u"Eva"_s);
+        m_wizard->txtName->setText(u"Müller"_s);
+        m_wizard->txtStrasse->setText(u"Hauptstr. 1"_s);
+        m_wizard->txtPLZ->setText(u"10115"_s);
+        m_wizard->txtOrt->setText(u"Berlin"_s);
         m_wizard->txtEmail->setText(email);
         m_wizard->txtEmailRepeat->setText(repeat);
-    }
-
-    int requests(const char* path) const
-    {
-        return int(m_harness.service()->requests(QString::fromLatin1(path)).size());
     }
 
 private slots:
@@ -70,22 +67,22 @@ private slots:
         QSignalSpy unloaded(m_wizard.get(), &frmFirstTime::unloaded);
         m_wizard->cmdDoIt->click();
         QVERIFY(marked(m_wizard->txtOldEmail) && marked(m_wizard->txtPassword));
-        QCOMPARE(requests("/sms/checkUser.php"), 0);
+        QVERIFY(m_harness.bodies(u"/sms/checkUser.php"_s).isEmpty());
 
-        m_wizard->txtOldEmail->setText(QStringLiteral("demo@quellbote.test"));
-        m_wizard->txtPassword->setText(QStringLiteral("falsch"));
+        m_wizard->txtOldEmail->setText(u"demo@quellbote.test"_s);
+        m_wizard->txtPassword->setText(u"falsch"_s);
         boxes.answer(MessageBox::Answer::Ok);
         m_wizard->cmdDoIt->click();
-        QCOMPARE(boxes.last().title, QStringLiteral("Unbekanntes Benutzerkonto"));
+        QCOMPARE(boxes.last().title, u"Unbekanntes Benutzerkonto"_s);
         QVERIFY(Options().Username().isEmpty());
         QVERIFY(m_wizard->isEnabled());
 
         // Without "Kennwort speichern" only the address is kept.
-        m_wizard->txtPassword->setText(QStringLiteral("demo"));
+        m_wizard->txtPassword->setText(u"demo"_s);
         m_wizard->cmdDoIt->click();
         QCOMPARE(unloaded.count(), 1);
         reloadOptionsForTesting();
-        QCOMPARE(Options().Username(), QStringLiteral("demo@quellbote.test"));
+        QCOMPARE(Options().Username(), u"demo@quellbote.test"_s);
         QVERIFY(Options().kennwort().isEmpty());
         QVERIFY(Options().FirstStartHasRun());
     }
@@ -99,18 +96,18 @@ private slots:
         QVERIFY(marked(m_wizard->txtName) && marked(m_wizard->txtEmail) && !marked(m_wizard->txtOrt));
         QVERIFY(m_wizard->boxWarn->isVisible());
 
-        newAccount(QStringLiteral("eva@example.com"), QStringLiteral("Eva@example.com"));
+        newAccount(u"eva@example.com"_s, u"Eva@example.com"_s);
         m_wizard->cmdDoIt->click();
         QVERIFY(marked(m_wizard->txtEmail, FieldColors::LightYellow));
 
         // Terms refused: nothing applied for, everything typed stays.
-        newAccount(QStringLiteral("eva@example.com"), QStringLiteral("eva@example.com"));
+        newAccount(u"eva@example.com"_s, u"eva@example.com"_s);
         onNextModal([](QWidget* dialog) { static_cast<frmAGBs*>(dialog)->cmdCancel->click(); });
         boxes.answer(MessageBox::Answer::Ok);
         m_wizard->cmdDoIt->click();
-        QVERIFY(boxes.last().text.endsWith(QStringLiteral(" nutzen zu können, müssen Sie die AGBs akzeptieren.")));
-        QCOMPARE(requests("/sms/createUser.php"), 0);
-        QCOMPARE(m_wizard->txtFirstName->text(), QStringLiteral("Eva"));
+        QVERIFY(boxes.last().text.endsWith(u" nutzen zu können, müssen Sie die AGBs akzeptieren."_s));
+        QVERIFY(m_harness.bodies(u"/sms/createUser.php"_s).isEmpty());
+        QCOMPARE(m_wizard->txtFirstName->text(), u"Eva"_s);
 
         onNextModal([](QWidget* dialog) { static_cast<frmAGBs*>(dialog)->cmdAccept->click(); });
         m_wizard->cmdDoIt->click();
@@ -120,8 +117,8 @@ private slots:
         // The password the service mailed, from its journal.
         QString password;
         for (const QJsonObject& entry : m_harness.service()->journal()) {
-            if (entry.contains(QStringLiteral("mail")))
-                password = entry.value(QStringLiteral("password")).toString();
+            if (entry.contains(u"mail"_s))
+                password = entry.value(u"password"_s).toString();
         }
         QVERIFY(!password.isEmpty());
         QVERIFY(!m_wizard->cmdCompleteNewCustomer->isEnabled());
@@ -129,7 +126,7 @@ private slots:
         m_wizard->chkRememberPasswordNew->setChecked(true);
         boxes.answer(MessageBox::Answer::Ok);
         m_wizard->cmdCompleteNewCustomer->click();
-        QCOMPARE(boxes.last().text, QStringLiteral("Ihr Konto ist jetzt freigeschaltet."));
+        QCOMPARE(boxes.last().text, u"Ihr Konto ist jetzt freigeschaltet."_s);
         reloadOptionsForTesting();
         QCOMPARE(Options().kennwort(), password);
         QVERIFY(!Options().WaitingForPassword() && Options().FirstStartHasRun());
@@ -137,14 +134,14 @@ private slots:
 
     void aStartWhileWaitingForThePassword()
     {
-        TestStore::put(QStringLiteral("eMail"), QStringLiteral("eva@example.com"));
-        TestStore::put(QStringLiteral("waitingForPassword"), QStringLiteral("true"));
+        TestStore::put(u"eMail"_s, u"eva@example.com"_s);
+        TestStore::put(u"waitingForPassword"_s, u"true"_s);
         reloadOptionsForTesting();
         frmFirstTime wizard;
         wizard.show();
         QCOMPARE(wizard.pages->currentWidget(), wizard.boxCompleteNewCustomer);
         QVERIFY(!wizard.cmdBack->isVisible());
-        QVERIFY(wizard.lblEmailIsReady->text().contains(QStringLiteral("'eva@example.com'")));
+        QVERIFY(wizard.lblEmailIsReady->text().contains(u"'eva@example.com'"_s));
         // Straight to the program: the wizard won't come back, the password is asked at a send.
         wizard.cmdCancel->click();
         reloadOptionsForTesting();

@@ -15,6 +15,8 @@
 #include <QTest>
 #include <QUrlQuery>
 
+using namespace Qt::StringLiterals;
+
 class TestOptions : public QObject
 {
     Q_OBJECT
@@ -38,81 +40,77 @@ private slots:
         QVERIFY(!dialog.cmdApply->isEnabled());
         in<ToolbarButton>(&dialog, "tbVersandoperationen")->click();
         in<QCheckBox>(&dialog, "cbVarAbsender")->click();
-        in<QLineEdit>(&dialog, "txtAbsender")->setText(QStringLiteral("Tarnholt"));
+        in<QLineEdit>(&dialog, "txtAbsender")->setText(u"Tarnholt"_s);
         QVERIFY(!in<QCheckBox>(&dialog, "chkSmsAntwort")->isEnabled());
-        QCOMPARE(in<QLabel>(&dialog, "lblKosten")->text(), QStringLiteral("14 Credits"));
+        QCOMPARE(in<QLabel>(&dialog, "lblKosten")->text(), u"14 Credits"_s);
         // A name over eleven characters, pasted, stops OK and Apply; a long number doesn't.
-        in<QLineEdit>(&dialog, "txtAbsender")->setText(QStringLiteral("Tarnholt GmbH"));
+        in<QLineEdit>(&dialog, "txtAbsender")->setText(u"Tarnholt GmbH"_s);
         QVERIFY(!dialog.cmdSave->isEnabled() && in<QWidget>(&dialog, "warnboxAbs")->isVisible());
-        in<QLineEdit>(&dialog, "txtAbsender")->setText(QStringLiteral("004917112345678"));
+        in<QLineEdit>(&dialog, "txtAbsender")->setText(u"004917112345678"_s);
         QVERIFY(dialog.cmdSave->isEnabled());
         dialog.cmdSave->click();
         QVERIFY(!dialog.isVisible());
         QVERIFY(Options().isAbsenderkennung());
         reloadOptionsForTesting();
-        QCOMPARE(Options().Absenderkennung(), QStringLiteral("004917112345678"));
-        QCOMPARE(m_harness.child<QLineEdit>("txtKostenProSMS")->text(), QStringLiteral("14"));
+        QCOMPARE(Options().Absenderkennung(), u"004917112345678"_s);
+        QCOMPARE(m_harness.child<QLineEdit>("txtKostenProSMS")->text(), u"14"_s);
 
         // Cancel keeps the store as it was.
         frmOptionen again(m_harness.main());
         again.show();
-        in<QLineEdit>(&again, "txtEmail")->setText(QStringLiteral("jemand@example.com"));
+        in<QLineEdit>(&again, "txtEmail")->setText(u"jemand@example.com"_s);
         QVERIFY(again.cmdApply->isEnabled());
         again.cmdCancel->click();
         reloadOptionsForTesting();
-        QCOMPARE(Options().Username(), QStringLiteral("demo@quellbote.test"));
+        QCOMPARE(Options().Username(), u"demo@quellbote.test"_s);
     }
 
     void webPanesAskTheServiceWithTheirOwnKeys()
     {
-        Options().setKennwort(QStringLiteral("Käse & 1€"));
+        Options().setKennwort(u"Käse & 1€"_s);
         frmOptionen dialog(m_harness.main());
         dialog.show();
         in<ToolbarButton>(&dialog, "tbCreditsKaufen")->click();
         QVERIFY(!dialog.cmdSave->isVisible() && !dialog.cmdCancel->isVisible() && !dialog.cmdApply->isVisible());
-        QTRY_VERIFY(!m_harness.service()->requests(QStringLiteral("/sms/buyCredits.php")).isEmpty());
+        const auto query = [this](const QString& path) {
+            const auto asked = m_harness.service()->requests(path);
+            return asked.isEmpty() ? QString() : asked.first().value(u"query"_s).toString();
+        };
+        QTRY_VERIFY(!query(u"/sms/buyCredits.php"_s).isEmpty());
         in<ToolbarButton>(&dialog, "tbTerminversand")->click();
         QVERIFY(dialog.cmdSave->isVisible());
-        QTRY_VERIFY(!m_harness.service()->requests(QStringLiteral("/terminversand/deleteSMS.php")).isEmpty());
-        const QString shop = m_harness.service()
-                                 ->requests(QStringLiteral("/sms/buyCredits.php"))
-                                 .first()
-                                 .value(QStringLiteral("query"))
-                                 .toString();
-        const QString jobs = m_harness.service()
-                                 ->requests(QStringLiteral("/terminversand/deleteSMS.php"))
-                                 .first()
-                                 .value(QStringLiteral("query"))
-                                 .toString();
-        const QString colour = QUrlQuery(shop).queryItemValue(QStringLiteral("backcolor"));
+        QTRY_VERIFY(!query(u"/terminversand/deleteSMS.php"_s).isEmpty());
+        const QString shop = query(u"/sms/buyCredits.php"_s);
+        const QString colour = QUrlQuery(shop).queryItemValue(u"backcolor"_s);
         QCOMPARE(colour.size(), 6);
-        QCOMPARE(shop, QStringLiteral("email=demo@quellbote.test&passwort=K%E4se%20%26%201%80&backcolor=") + colour);
-        QCOMPARE(jobs, QStringLiteral("email=demo@quellbote.test&kennwort=K%E4se%20%26%201%80&backcolor=") + colour);
+        QCOMPARE(shop, u"email=demo@quellbote.test&passwort=K%E4se%20%26%201%80&backcolor="_s + colour);
+        QCOMPARE(query(u"/terminversand/deleteSMS.php"_s),
+                 u"email=demo@quellbote.test&kennwort=K%E4se%20%26%201%80&backcolor="_s + colour);
     }
 
     void handOffWritesJobFiles()
     {
         MessageBoxScript boxes;
-        const QString folder = m_harness.folder() + QStringLiteral("/server");
+        const QString folder = m_harness.folder() + u"/server"_s;
         QVERIFY(QDir().mkpath(folder));
         Options().setXmlIsServerUsed(true);
-        Options().setXmlSingleUser(QStringLiteral("True"));
-        Options().setXmlUser(QStringLiteral("U1"));
+        Options().setXmlSingleUser(u"True"_s);
+        Options().setXmlUser(u"U1"_s);
         Options().setXmlPfad(folder);
-        m_harness.fill(QStringLiteral("G171"), QStringLiteral("1234567"), QStringLiteral("Hallo"));
+        m_harness.fill(u"G171"_s, u"1234567"_s, u"Hallo"_s);
         boxes.answer(MessageBox::Answer::Ok);
         m_harness.child<ToolbarButton>("tbSend")->click();
         QCOMPARE(boxes.last().text,
-                 QStringLiteral("Die SMS wurde unter Berücksichtigung der angegebenen Kontodaten an "
-                                "den Quellbote Server weitergeleitet."));
+                 u"Die SMS wurde unter Berücksichtigung der angegebenen Kontodaten an den Quellbote Server "
+                 "weitergeleitet."_s);
         QCOMPARE(QDir(folder).entryList(QDir::Files).size(), 1);
-        QVERIFY(m_harness.bodies(QStringLiteral("/smsv3/smsv3.php")).isEmpty());
+        QVERIFY(m_harness.bodies(u"/smsv3/smsv3.php"_s).isEmpty());
 
         // A folder that isn't there: the user learns it, and the message stays in its field.
-        Options().setXmlPfad(folder + QStringLiteral("/fehlt"));
+        Options().setXmlPfad(folder + u"/fehlt"_s);
         boxes.answer(MessageBox::Answer::Ok);
         m_harness.child<ToolbarButton>("tbSend")->click();
-        QVERIFY(boxes.shown().at(1).text.startsWith(QStringLiteral("Die SMS an 00491711234567 konnte nicht")));
+        QVERIFY(boxes.shown().at(1).text.startsWith(u"Die SMS an 00491711234567 konnte nicht"_s));
         QCOMPARE(boxes.count(), 2);
     }
 };

@@ -13,6 +13,8 @@
 #include <QLineEdit>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 frmPhonebook* phonebook()
 {
@@ -41,23 +43,14 @@ private slots:
         QTest::addColumn<QString>("number");
         QTest::addColumn<QString>("box"); // empty: none
         QTest::addColumn<bool>("stays");
-        QTest::newRow("a blank in the name") << "telefon://Max%20Muster@00491711234567"
-                                             << "Max Muster"
-                                             << "G171"
-                                             << "1234567"
-                                             << "" << false;
+        QTest::newRow("a blank in the name") << u"telefon://Max%20Muster@00491711234567"_s << u"Max Muster"_s
+                                             << u"G171"_s << u"1234567"_s << QString() << false;
         // Cut before the "/" go: "A/66" is no prefix of the list.
         QTest::newRow("an Austrian number written with /")
-            << "telefon://Sepp%20Gruber@0043/664/1234567"
-            << "Sepp Gruber"
-            << "W"
-            << "00436641234567"
-            << "Dies ist keine Mobilfunkvorwahl für Österreich." << false;
-        QTest::newRow("no number at all") << "telefon://Kaputter%20Eintrag"
-                                          << ""
-                                          << ""
-                                          << ""
-                                          << "Es trat ein Fehler beim Auswerten der Telefonnummer auf." << true;
+            << u"telefon://Sepp%20Gruber@0043/664/1234567"_s << u"Sepp Gruber"_s << u"W"_s << u"00436641234567"_s
+            << u"Dies ist keine Mobilfunkvorwahl für Österreich."_s << false;
+        QTest::newRow("no number at all") << u"telefon://Kaputter%20Eintrag"_s << QString() << QString() << QString()
+                                          << u"Es trat ein Fehler beim Auswerten der Telefonnummer auf."_s << true;
     }
 
     void entriesLandInTheFields()
@@ -79,8 +72,7 @@ private slots:
             boxes.answer(MessageBox::Answer::Ok);
         phonebook()->web->navigate(address);
         QTRY_COMPARE(boxes.count(), box.isEmpty() ? 0 : 1);
-        if (!box.isEmpty())
-            QCOMPARE(boxes.last().text, box);
+        QCOMPARE(boxes.last().text, box);
         QTRY_COMPARE(main->isPhonebookOpen, stays);
         QCOMPARE(m_harness.child<QComboBox>("cmbName")->currentText(), name);
         QCOMPARE(m_harness.child<QLineEdit>("txtNummer")->text(), number);
@@ -88,25 +80,17 @@ private slots:
             QCOMPARE(main->selectedPrefixKey(), key);
     }
 
-    void newsOncePerNumber()
+    // The news come once for each number; shown ones are counted in the fault test.
+    void seenNewsStayAway()
     {
-        for (const int seen : { 5, 6 }) {
-            m_harness.resetStore();
-            TestStore::put(QStringLiteral("firstStartHasRun"), QStringLiteral("true"));
-            TestStore::put(QStringLiteral("infoVersion"), QString::number(seen));
-            reloadOptionsForTesting();
-            QVERIFY(m_harness.startService({ QStringLiteral("--info-answer"), QStringLiteral("6") }));
-            m_harness.loadMain();
-            if (seen == 5) {
-                // Shown, and counted as seen before the user has read it.
-                QVERIFY(frmNews::loaded());
-                QTRY_VERIFY(frmNews::loaded()->isVisible());
-                QCOMPARE(Options().InfoVersion(), 6);
-            } else {
-                QTRY_VERIFY(!frmNews::loaded());
-            }
-            m_harness.reset();
-        }
+        m_harness.resetStore();
+        TestStore::put(u"firstStartHasRun"_s, u"true"_s);
+        TestStore::put(u"infoVersion"_s, u"6"_s);
+        reloadOptionsForTesting();
+        QVERIFY(m_harness.startService({ u"--info-answer"_s, u"6"_s }));
+        m_harness.loadMain();
+        QTRY_VERIFY(!frmNews::loaded());
+        QCOMPARE(Options().InfoVersion(), 6);
     }
 };
 

@@ -1,117 +1,97 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "MessageBoxScript.h"
+#include "MainWindowHarness.h"
 #include "ModalWindows.h"
-#include "ServiceProcess.h"
 #include "TestStore.h"
-#include "sending/frmMain.h"
-#include "settings/CUrlStore.h"
-#include "settings/ProgramFolder.h"
-#include "settings/cOptionen.h"
 #include "settings/mSignaturen.h"
-#include "toolkit/Pause.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+const QString Key = u"Signaturen"_s;
+} // namespace
 
 class TestSignatures : public QObject
 {
     Q_OBJECT
 
-    QTemporaryDir m_folder;
-    std::unique_ptr<ServiceProcess> m_service;
-    std::unique_ptr<frmMain> m_main;
+    MainWindowHarness m_harness;
 
-    QListWidget* list() const { return m_main->findChild<QListWidget*>(QStringLiteral("lvSignaturen")); }
+    QListWidget* list() const { return m_harness.child<QListWidget>("lvSignaturen"); }
+    void click(const char* button) { m_harness.child<ToolbarButton>(button)->click(); }
 
-    void loadMain()
-    {
-        m_main = std::make_unique<frmMain>();
-        m_main->load(nullptr);
-    }
-
-    // Types the text into the next frmSignaturen and saves it.
+    // Types the text into the next frmSignaturen and saves it; gives the count it showed.
     static void typeIntoNextWindow(const QString& text, QString* countShown = nullptr)
     {
         onNextModal([text, countShown](QWidget* window) {
-            window->findChild<SmsTextEdit*>(QStringLiteral("txtSignatur"))->setText(text);
+            in<SmsTextEdit>(window, "txtSignatur")->setText(text);
             if (countShown)
-                *countShown = window->findChild<QLineEdit*>(QStringLiteral("txtZeichen"))->text();
-            window->findChild<QPushButton*>(QStringLiteral("cmdSave"))->click();
+                *countShown = in<QLineEdit>(window, "txtZeichen")->text();
+            in<QPushButton>(window, "cmdSave")->click();
         });
     }
 
 private slots:
-    void initTestCase()
-    {
-        Pause::setLengthForTesting(0);
-        ProgramFolder::setPathForTesting(m_folder.path());
-        m_service = std::make_unique<ServiceProcess>();
-        QVERIFY(m_service->isRunning());
-        m_service->pointProgramAt(m_folder.path());
-    }
-
     void init()
     {
-        TestStore::reset();
-        TestStore::put(QStringLiteral("eMail"), QStringLiteral("demo@quellbote.test"));
-        reloadOptionsForTesting();
+        m_harness.resetStore(false);
+        QVERIFY(m_harness.startService());
     }
 
-    void cleanup() { m_main.reset(); }
+    void cleanup() { m_harness.reset(); }
 
     void storeWithGapsLoadsByCount()
     {
-        TestStore::put(QStringLiteral("count"), QStringLiteral("3"), QStringLiteral("Signaturen"));
-        TestStore::put(QStringLiteral("1"), QStringLiteral("Gruß"), QStringLiteral("Signaturen"));
-        TestStore::put(QStringLiteral("3"), QStringLiteral("Ende"), QStringLiteral("Signaturen"));
-        QCOMPARE(mSignaturen::LoadSignaturen(),
-                 (QStringList { QStringLiteral("Gruß"), QString(), QStringLiteral("Ende") }));
-        TestStore::put(QStringLiteral("count"), QStringLiteral("abc"), QStringLiteral("Signaturen"));
+        TestStore::put(u"count"_s, u"3"_s, Key);
+        TestStore::put(u"1"_s, u"Gruß"_s, Key);
+        TestStore::put(u"3"_s, u"Ende"_s, Key);
+        QCOMPARE(mSignaturen::LoadSignaturen(), (QStringList { u"Gruß"_s, QString(), u"Ende"_s }));
+        TestStore::put(u"count"_s, u"abc"_s, Key);
         QVERIFY(mSignaturen::LoadSignaturen().isEmpty());
     }
 
     void deleteRenumbersAndLeavesTheStaleValue()
     {
-        mSignaturen::SaveSignaturen({ QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c") });
-        loadMain();
+        mSignaturen::SaveSignaturen({ u"a"_s, u"b"_s, u"c"_s });
+        m_harness.loadMain();
         QCOMPARE(list()->count(), 3);
         // Nothing selected: nothing happens.
         list()->setCurrentRow(-1);
-        m_main->findChild<ToolbarButton*>(QStringLiteral("tbDeleteSignature"))->click();
+        click("tbDeleteSignature");
         QCOMPARE(list()->count(), 3);
         list()->setCurrentRow(1);
-        m_main->findChild<ToolbarButton*>(QStringLiteral("tbDeleteSignature"))->click();
-        QCOMPARE(TestStore::raw(QStringLiteral("count"), QStringLiteral("Signaturen")), QStringLiteral("2"));
-        QCOMPARE(TestStore::raw(QStringLiteral("2"), QStringLiteral("Signaturen")), QStringLiteral("c"));
-        QCOMPARE(TestStore::raw(QStringLiteral("3"), QStringLiteral("Signaturen")), QStringLiteral("c"));
+        click("tbDeleteSignature");
+        QCOMPARE(TestStore::raw(u"count"_s, Key), u"2"_s);
+        QCOMPARE(TestStore::raw(u"2"_s, Key), u"c"_s);
+        QCOMPARE(TestStore::raw(u"3"_s, Key), u"c"_s);
     }
 
     void newEditAndInsert()
     {
-        loadMain();
+        m_harness.loadMain();
         QString count;
-        typeIntoNextWindow(QStringLiteral("Viele Grüße\r\nMax"), &count);
-        m_main->findChild<ToolbarButton*>(QStringLiteral("tbAddSignature"))->click();
-        QCOMPARE(count, QStringLiteral("16"));
+        typeIntoNextWindow(u"Viele Grüße\r\nMax"_s, &count);
+        click("tbAddSignature");
+        QCOMPARE(count, u"16"_s);
         QCOMPARE(list()->count(), 1);
-        QCOMPARE(TestStore::raw(QStringLiteral("1"), QStringLiteral("Signaturen")),
-                 QStringLiteral("Viele Grüße\r\nMax"));
+        QCOMPARE(TestStore::raw(u"1"_s, Key), u"Viele Grüße\r\nMax"_s);
         list()->setCurrentRow(0);
         typeIntoNextWindow(QString());
-        m_main->findChild<ToolbarButton*>(QStringLiteral("tbEditSignature"))->click();
+        click("tbEditSignature");
         // An empty text removes the value; the place stays by the count.
-        QVERIFY(!TestStore::has(QStringLiteral("1"), QStringLiteral("Signaturen")));
-        QCOMPARE(TestStore::raw(QStringLiteral("count"), QStringLiteral("Signaturen")), QStringLiteral("1"));
-        list()->item(0)->setText(QStringLiteral("MfG"));
-        auto* txtSMS = m_main->findChild<SmsTextEdit*>(QStringLiteral("txtSMS"));
-        txtSMS->setText(QStringLiteral("Hallo "));
+        QVERIFY(!TestStore::has(u"1"_s, Key));
+        QCOMPARE(TestStore::raw(u"count"_s, Key), u"1"_s);
+        list()->item(0)->setText(u"MfG"_s);
+        auto* txtSMS = m_harness.child<SmsTextEdit>("txtSMS");
+        txtSMS->setText(u"Hallo "_s);
         emit list()->itemDoubleClicked(list()->item(0));
-        QCOMPARE(txtSMS->text(), QStringLiteral("Hallo MfG"));
+        QCOMPARE(txtSMS->text(), u"Hallo MfG"_s);
     }
 };
 
