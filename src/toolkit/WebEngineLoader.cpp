@@ -70,6 +70,7 @@ WebEngineFactory* factory()
         }
         errors.append(s.loader.errorString());
     }
+    errors.removeDuplicates();
     s.error = errors.join(QLatin1Char('\n'));
     return nullptr;
 }
