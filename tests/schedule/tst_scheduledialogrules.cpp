@@ -25,7 +25,6 @@ private slots:
         QCOMPARE(minuteItems(), u"00 05 10 15 20 25 30 35 40 45 50 55"_s.split(u' '));
         QCOMPARE(weekNumberItems(), u"1 2 3 4 5"_s.split(u' '));
         QCOMPARE(monthDayItems().first(), u"01"_s);
-        // Every name in the lists has its number for the cron string.
         for (const QString& month : monthItems())
             QVERIFY2(!CronRules::monthNumberFromName(month).isEmpty(), qPrintable(month));
         for (const QString& weekday : weekdayItems())
@@ -36,12 +35,9 @@ private slots:
     {
         QTest::addColumn<QDateTime>("now");
         QTest::addColumn<QDateTime>("start");
-        QTest::newRow("14:02") << at(2026, 11, 22, 14, 2) << at(2026, 11, 22, 14, 5);
         QTest::newRow("14:00 is a step already") << at(2026, 11, 22, 14, 0) << at(2026, 11, 22, 14, 5);
         QTest::newRow("14:49:59") << at(2026, 11, 22, 14, 49, 59) << at(2026, 11, 22, 14, 50);
         QTest::newRow("14:55") << at(2026, 11, 22, 14, 55) << at(2026, 11, 22, 15, 0);
-        QTest::newRow("09:31") << at(2026, 11, 22, 9, 31) << at(2026, 11, 22, 9, 35);
-        QTest::newRow("23:50") << at(2026, 11, 22, 23, 50) << at(2026, 11, 22, 23, 55);
         QTest::newRow("23:55 moves to the next day") << at(2026, 11, 22, 23, 55) << at(2026, 11, 23, 0, 0);
         QTest::newRow("23:59 on New Year's Eve") << at(2026, 12, 31, 23, 59) << at(2027, 1, 1, 0, 0);
     }
@@ -66,8 +62,7 @@ private slots:
         QTest::newRow("7th") << QDate(2026, 1, 7) << u"7 1 Mittwoch Januar"_s;
         QTest::newRow("8th") << QDate(2026, 12, 8) << u"8 2 Dienstag Dezember"_s;
         QTest::newRow("28th") << QDate(2026, 2, 28) << u"28 4 Samstag Februar"_s;
-        QTest::newRow("29th") << QDate(2026, 10, 29) << u"29 5 Donnerstag Oktober"_s;
-        QTest::newRow("31st") << QDate(2026, 8, 31) << u"31 5 Montag August"_s;
+        QTest::newRow("29th") << QDate(2026, 6, 29) << u"29 5 Montag Juni"_s;
     }
 
     void today()
@@ -120,10 +115,8 @@ private slots:
         QTest::newRow("Feb passed, not the send time")
             << u"Februar"_s << u"31"_s << at(2027, 11, 22, 8) << 2027 << 28 << u"28"_s;
         QTest::newRow("today, send time passed") << u"März"_s << u"05"_s << at(2027, 3, 5, 10) << 2028 << 31 << u"05"_s;
-        QTest::newRow("today, send time to come") << u"März"_s << u"05"_s << at(2027, 3, 5, 8) << 2027 << 31 << u"05"_s;
         QTest::newRow("today at the send time") << u"März"_s << u"05"_s << at(2027, 3, 5, 9) << 2027 << 31 << u"05"_s;
         QTest::newRow("tomorrow") << u"März"_s << u"06"_s << at(2027, 3, 5, 10) << 2027 << 31 << u"06"_s;
-        QTest::newRow("April 31 is cut to 30") << u"April"_s << u"31"_s << at(2027, 1, 1, 10) << 2027 << 30 << u"30"_s;
         QTest::newRow("empty day box stays") << u"Mai"_s << QString() << at(2027, 6, 1, 10) << 2027 << 31 << QString();
     }
 
@@ -179,7 +172,6 @@ private slots:
         QCOMPARE(checkOnChange(box, text, listCount), kept);
     }
 
-    // What a box makes of its text when the focus leaves it.
     void leaveChecks_data()
     {
         QTest::addColumn<Box>("box");
@@ -187,14 +179,11 @@ private slots:
         QTest::addColumn<QString>("result");
         QTest::newRow("hour 7") << Box::cmbTimeHour << u"7"_s << u"07"_s;
         QTest::newRow("hour 07 stays") << Box::cmbTimeHour << u"07"_s << u"07"_s;
-        QTest::newRow("hour 15") << Box::cmbTimeHour << u"15"_s << u"15"_s;
-        QTest::newRow("hour empty") << Box::cmbTimeHour << QString() << QString();
         QTest::newRow("hour letter") << Box::cmbTimeHour << u"x"_s << u"x"_s;
         QTest::newRow("yearly day empty takes today's") << Box::cmbYearlyDayDate << QString() << u"22"_s;
         QTest::newRow("yearly day 5") << Box::cmbYearlyDayDate << u"5"_s << u"05"_s;
         // The zero is added whatever the length, again on every leaving.
         QTest::newRow("yearly day 05") << Box::cmbYearlyDayDate << u"05"_s << u"005"_s;
-        QTest::newRow("yearly day 005") << Box::cmbYearlyDayDate << u"005"_s << u"0005"_s;
         QTest::newRow("yearly day 12") << Box::cmbYearlyDayDate << u"12"_s << u"12"_s;
         QTest::newRow("send times empty") << Box::tbSendTimes << QString() << u"1"_s;
         QTest::newRow("send times 0 stays") << Box::tbSendTimes << u"0"_s << u"0"_s;
@@ -220,12 +209,10 @@ private slots:
         QTest::addColumn<QDateTime>("result");
         // The start picker is compared with now, the stop picker with the start.
         const QDateTime now = at(2026, 11, 22, 14, 2, 30);
-        QTest::newRow("start yesterday becomes now") << false << now.addDays(-1) << now;
         QTest::newRow("start today at a later hour becomes now") << false << at(2026, 11, 22, 18) << now;
         QTest::newRow("start tomorrow stays") << false << at(2026, 11, 23, 1) << at(2026, 11, 23, 1);
         QTest::newRow("stop the day before the start") << true << at(2026, 11, 21, 23) << now;
         QTest::newRow("stop earlier on the start's day stays") << true << at(2026, 11, 22, 8) << at(2026, 11, 22, 8);
-        QTest::newRow("stop later stays") << true << at(2027, 1, 1, 0) << at(2027, 1, 1, 0);
     }
 
     void pickers()

@@ -45,7 +45,6 @@ private slots:
         QTest::newRow("1501") << QString(1501, u'a') << 0 << 1501 << 10;
         QTest::newRow("1499 with two euro signs") << QString(1497, u'a') + u"€€"_s << 0 << 1501 << 10;
         QTest::newRow("80 double quotes") << QString(80, u'"') << 0 << 160 << 1;
-        QTest::newRow("1500 double quotes") << QString(1500, u'"') << 0 << 3000 << 19;
         QTest::newRow("CR LF counts two") << u"a\r\nb"_s << 0 << 4 << 1;
     }
 
@@ -132,8 +131,6 @@ private slots:
         QTest::newRow("replies") << int(Replies) << g171 << n123 << 11 << 11 << normal;
         QTest::newRow("status report not in the balance test") << int(Status) << g171 << n123 << 11 << 10 << normal;
         QTest::newRow("all three") << Sender + Replies + Status << g171 << n123 << 16 << 15 << normal;
-        QTest::newRow("Weltweit to Germany")
-            << Sender + Replies + Status << u"W"_s << u"0049171"_s << 19 << 15 << normal;
         QTest::newRow("Weltweit to Germany, plain") << 0 << u"W"_s << u"0049"_s << 19 << 10 << normal;
         QTest::newRow("Weltweit to Austria")
             << Sender + Replies + Status << u"W"_s << u"0043664"_s << 16 << 15 << normal;
@@ -161,7 +158,6 @@ private slots:
         QVERIFY(!isBalanceTooLow(-1, 1000, 14)); // an unknown balance never blocks
         QVERIFY(!isBalanceTooLow(20, 2, 10));
         QVERIFY(isBalanceTooLow(19, 2, 10));
-        QVERIFY(isBalanceTooLow(0, 1, 10));
     }
 };
 

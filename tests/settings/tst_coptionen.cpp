@@ -104,7 +104,6 @@ private slots:
         QTest::newRow("new user") << QString() << QString() << true << QString();
         QTest::newRow("news seen counts as set up") << u"1"_s << QString() << false << u"true"_s;
         QTest::newRow("flag set, news 0") << u"0"_s << u"true"_s << false << u"true"_s;
-        QTest::newRow("flag set, no news") << QString() << u"true"_s << false << u"true"_s;
         QTest::newRow("flag spelled True") << QString() << u"True"_s << true << u"True"_s;
     }
 

@@ -35,7 +35,6 @@ private slots:
     {
         QTest::addColumn<bool>("exists");
         QTest::addColumn<QString>("text");
-        QTest::newRow("empty text removes an existing value") << true << QString();
         QTest::newRow("blanks remove an existing value") << true << u"   "_s;
         QTest::newRow("blanks on an absent value fail") << false << u" "_s;
     }
@@ -52,7 +51,7 @@ private slots:
 
     void createRegKeyDisposition()
     {
-        // A removal that fails creates no key on its way.
+        // A failed removal creates no key.
         QVERIFY(!SaveRegString(root + u"\\Neu"_s, u"a"_s, QString()));
         QCOMPARE(CreateRegKey(root + u"\\Neu"_s), 1);
         QCOMPARE(CreateRegKey(root + u"\\Neu"_s), 2);
@@ -82,7 +81,6 @@ private slots:
         QTest::addColumn<bool>("value");
         QTest::newRow("true") << u"true"_s << true;
         QTest::newRow("True") << u"True"_s << false;
-        QTest::newRow("1") << u"1"_s << false;
         QTest::newRow("true with a blank") << u"true "_s << false;
     }
 
@@ -100,7 +98,6 @@ private slots:
         QTest::addColumn<QString>("stored");
         QTest::newRow("-1") << -1 << u"true"_s;
         QTest::newRow("1") << 1 << u"false"_s;
-        QTest::newRow("0") << 0 << u"false"_s;
     }
 
     void saveRegBoolWritesTrueOnlyForAllOnes()
