@@ -79,9 +79,4 @@ QString errorString()
 {
     return state().error;
 }
-
-bool isLoaded()
-{
-    return state().factory != nullptr;
-}
 } // namespace WebEngineLoader

@@ -10,6 +10,4 @@ namespace WebEngineLoader {
 // The module's factory, or nullptr when the module can't be loaded (errorString() says why).
 WebEngineFactory* factory();
 QString errorString();
-// Whether the module has been loaded in this process.
-bool isLoaded();
 } // namespace WebEngineLoader
