@@ -134,8 +134,9 @@ int main(int argc, char* argv[])
 
     const qint64 bareMs = median(bareTimes), clientMs = median(clientTimes);
     const long bareKb = median(bareMemory), clientKb = median(clientMemory);
-    std::printf("platform %s, %d starts each, medians\n",
-                qgetenv("QT_QPA_PLATFORM").isEmpty() ? "default" : qgetenv("QT_QPA_PLATFORM").constData(), Rounds);
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    std::printf("platform %s, %d starts each, medians\n", platform.isEmpty() ? "default" : platform.constData(),
+                Rounds);
     std::printf("bare Qt window: %lld ms to the first paint, peak %.1f MiB\n", static_cast<long long>(bareMs),
                 bareKb / 1024.0);
     std::printf("Quellbote:      %lld ms to the main window, peak %.1f MiB\n", static_cast<long long>(clientMs),
