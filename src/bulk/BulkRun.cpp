@@ -20,11 +20,22 @@ bool& running()
     static bool flag = false;
     return flag;
 }
+
+int& current()
+{
+    static int row = -1;
+    return row;
+}
 } // namespace
 
 bool BulkRun::isRunning()
 {
     return running();
+}
+
+int BulkRun::currentRow()
+{
+    return current();
 }
 
 void BulkRun::run(const RecipientTable* table, frmMultiSMSLog* log, const Host& host)
@@ -40,7 +51,7 @@ void BulkRun::run(const RecipientTable* table, frmMultiSMSLog* log, const Host& 
         host.placeWindow(log);
     log->show();
     log->raise();
-    log->clearLog();
+    log->clearLog(count);
     log->abortRequested = false;
     log->pBar->setMinimum(0);
     log->pBar->setValue(0);
@@ -64,10 +75,14 @@ void BulkRun::run(const RecipientTable* table, frmMultiSMSLog* log, const Host& 
                     QStringLiteral("!!!! Abbruch in Zeile %1 (%2): Die Rufnummer fehlt.").arg(row + 1).arg(r.Name));
                 break;
             }
+            current() = row;
             host.sendMessage(*number, message, r.Name);
             if (!host.alive() || !window)
                 break;
-            progressText = QStringLiteral("Es wurden bereits %1 von %2 SMS versendet.").arg(position).arg(count);
+            // A row whose request brought no answer isn't counted as sent.
+            progressText = QStringLiteral("Es wurden bereits %1 von %2 SMS versendet.")
+                               .arg(position - window->failedRows())
+                               .arg(count);
         }
         ++position;
         window->setProgress(position, progressText);
@@ -83,10 +98,11 @@ void BulkRun::run(const RecipientTable* table, frmMultiSMSLog* log, const Host& 
         window->showNow();
         window->pBar->setValue(window->pBar->maximum());
         window->cmdClose->setText(QStringLiteral("Schliessen"));
-        window->lblSend->setText(QStringLiteral("Vorgang abgeschlossen"));
+        window->finishRun();
         mAni2::stopAnimation(window->ani);
     }
     running() = false;
+    current() = -1;
     if (host.alive())
         host.refreshCredits();
 }

@@ -32,6 +32,8 @@ public:
 
     // Whether a run is under way; a second one doesn't start from inside the first.
     static bool isRunning();
+    // The row (0-based) whose requests go out now; -1 outside a run.
+    static int currentRow();
 
     // Walks the table. A row whose number is empty ends the run there, with a line in the log
     // that names it; the rows before it stay sent. table may go away during the run (its window

@@ -112,6 +112,35 @@ void frmMultiSMSLog::logAnswer(const QString& answer)
     scheduleShow();
 }
 
+void frmMultiSMSLog::logFailure(int row, const QString& number, const QString& name, const QString& reason)
+{
+    m_pendingAnswers = GatewayAnswer::prependFailureToLog(m_pendingAnswers, number, name, reason, Clock::now());
+    if (row >= 0)
+        m_failedRows.insert(row);
+    if (m_finished) {
+        // The last row's answer comes after the end; the closing figures follow it.
+        m_pendingText = closingText();
+        m_textPending = true;
+    }
+    scheduleShow();
+}
+
+QString frmMultiSMSLog::closingText() const
+{
+    if (m_failedRows.isEmpty())
+        return QStringLiteral("Vorgang abgeschlossen");
+    return QStringLiteral("Vorgang abgeschlossen – %1 von %2 SMS wurden nicht versendet.")
+        .arg(m_failedRows.size())
+        .arg(m_rows);
+}
+
+void frmMultiSMSLog::finishRun()
+{
+    m_finished = true;
+    showNow();
+    lblSend->setText(closingText());
+}
+
 void frmMultiSMSLog::setProgress(int value, const QString& text)
 {
     m_pendingValue = value;
@@ -145,8 +174,11 @@ void frmMultiSMSLog::showNow()
     }
 }
 
-void frmMultiSMSLog::clearLog()
+void frmMultiSMSLog::clearLog(int rows)
 {
+    m_failedRows.clear();
+    m_rows = rows;
+    m_finished = false;
     m_pendingAnswers.clear();
     m_pendingValue = -1;
     m_textPending = false;

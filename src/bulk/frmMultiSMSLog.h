@@ -3,6 +3,7 @@
 // newest on top. Its button stops the run, and hides the window once the run is over.
 #pragma once
 
+#include <QSet>
 #include <QWidget>
 
 class QLabel;
@@ -26,8 +27,15 @@ public:
 
     // Puts the answer's parts on top of the log, each behind the current date and time.
     void logAnswer(const QString& answer);
-    // Empties the log for a new run.
-    void clearLog();
+    // A request of row (0-based) that brought no answer: on top of the log, with the reason; the
+    // row no longer counts as sent, also when its failure comes after the run's end.
+    void logFailure(int row, const QString& number, const QString& name, const QString& reason);
+    // Empties the log for a new run of rows rows.
+    void clearLog(int rows = 0);
+    // The rows of this run whose requests failed so far.
+    int failedRows() const { return int(m_failedRows.size()); }
+    // The end of a run: "Vorgang abgeschlossen", and how many rows did not go out, if any did not.
+    void finishRun();
     // The run's progress: the bar's value and lblSend. Shown a moment later, together with the
     // answers that came meanwhile; showNow() brings everything up to date at once.
     void setProgress(int value, const QString& text);
@@ -50,10 +58,14 @@ private:
     // Answers and progress come faster than a window can be drawn for each; the window shows
     // them a few times a second, all that came meanwhile at once.
     void scheduleShow();
+    QString closingText() const;
 
     QString m_pendingAnswers;
     int m_pendingValue = -1;
     QString m_pendingText;
     bool m_textPending = false;
     QTimer* m_show;
+    QSet<int> m_failedRows;
+    int m_rows = 0;
+    bool m_finished = false;
 };

@@ -8,6 +8,12 @@ namespace GatewayAnswer {
 namespace {
 const QString crlf = QStringLiteral("\r\n");
 
+// As a German system writes the date and time: 23.11.2026 10:31:35.
+QString logStamp(const QDateTime& now)
+{
+    return now.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")) + QStringLiteral(" - ");
+}
+
 // Blanks at both ends go, then every line feed; a carriage return stays where it stands.
 QString cleanItem(const QString& item)
 {
@@ -37,12 +43,18 @@ Answer readAnswer(const QString& body)
 
 QString prependToLog(const QString& txtLog, const QString& body, const QDateTime& now)
 {
-    // As a German system writes the date and time: 23.11.2026 10:31:35.
-    const QString stamp = now.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss"));
+    const QString stamp = logStamp(now);
     QString log = txtLog;
     for (const QString& raw : body.split(u';'))
-        log = stamp + QStringLiteral(" - ") + cleanItem(raw) + crlf + log;
+        log = stamp + cleanItem(raw) + crlf + log;
     return log;
+}
+
+QString prependFailureToLog(const QString& txtLog, const QString& number, const QString& name, const QString& reason,
+                            const QDateTime& now)
+{
+    return logStamp(now) + QStringLiteral("!!!! Nicht versendet an %1 (%2): %3").arg(name, number, reason) + crlf
+        + txtLog;
 }
 
 CreditsState readBalance(const QString& answer)

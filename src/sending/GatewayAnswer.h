@@ -22,6 +22,10 @@ Answer readAnswer(const QString& body);
 // The log of a MultiSMS run after an answer came: one line per item, date and time as German
 // systems write them, " - ", the item, CR LF, each put in front, so the last item stands on top.
 QString prependToLog(const QString& txtLog, const QString& body, const QDateTime& now);
+// The log line of a request that brought no answer, put in front as an answer's items are: the
+// message to number (name) did not go out, and why.
+QString prependFailureToLog(const QString& txtLog, const QString& number, const QString& name, const QString& reason,
+                            const QDateTime& now);
 
 // The colour of lblCredits.
 enum class CreditsColour {

@@ -215,4 +215,12 @@ private:
     frmMinimizeWarning* m_minimizeWarning = nullptr;
     std::unique_ptr<frmPhonebook> m_phonebook;
     bool m_unloaded = false;
+    // The request iNet carries now, for the log should it bring no answer.
+    struct InFlight
+    {
+        QString number;
+        QString name;
+        int row = -1; // of a bulk run
+    };
+    InFlight m_inFlight;
 };

@@ -176,6 +176,7 @@ void frmMain::submitMessage(const QString& number, const QString& text, const QS
     if (!self)
         return;
     const QString url = GatewayRequest::requestUrl(pendingCronjob.has_value(), Urls().SendSMS(), Urls().CronSMS());
+    m_inFlight = { number, name, BulkRun::currentRow() };
     iNet->Execute(url, QStringLiteral("POST"), body, QStringLiteral("Content-Type: application/x-www-form-urlencoded"));
 }
 
@@ -218,9 +219,11 @@ void frmMain::handOffToServer(const QString& number, const QString& text)
 void frmMain::iNet_StateChanged(int state)
 {
     if (state == Inet::icError) {
-        // A failed transfer shows nothing; the guard timer tells the user.
-        Q_UNUSED(iNet->ResponseCode());
-        Q_UNUSED(iNet->ResponseInfo());
+        // In a bulk run the log says which row didn't go out and why. A single send shows
+        // nothing here; its guard timer tells the user.
+        if (isMultiSMSMode && frmMultiSMSLog::loaded())
+            frmMultiSMSLog::loaded()->logFailure(m_inFlight.row, m_inFlight.number, m_inFlight.name,
+                                                 iNet->FailureText());
         return;
     }
     if (state != Inet::icResponseCompleted)

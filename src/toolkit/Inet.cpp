@@ -90,12 +90,46 @@ QNetworkReply* Inet::start(const QString& url, const QByteArray& operation, cons
     return m_manager->get(request);
 }
 
+QString transferFailureText(int error, int httpStatus, const QString& reason, const QString& details)
+{
+    if (httpStatus >= 400) {
+        return QStringLiteral("Der Server hat mit dem Fehler %1 geantwortet%2.")
+            .arg(httpStatus)
+            .arg(reason.isEmpty() ? QString() : QStringLiteral(" (") + reason + u')');
+    }
+    switch (QNetworkReply::NetworkError(error)) {
+    case QNetworkReply::NoError:
+        return {};
+    case QNetworkReply::ConnectionRefusedError:
+        return QStringLiteral("Keine Verbindung zum Server: Die Verbindung wurde abgelehnt.");
+    case QNetworkReply::RemoteHostClosedError:
+        return QStringLiteral("Der Server hat die Verbindung ohne Antwort geschlossen.");
+    case QNetworkReply::HostNotFoundError:
+        return QStringLiteral("Keine Verbindung zum Server: Der Server wurde nicht gefunden.");
+    case QNetworkReply::TimeoutError:
+    case QNetworkReply::OperationCanceledError:
+        return QStringLiteral("Zeitüberschreitung: Der Server hat nicht rechtzeitig geantwortet.");
+    case QNetworkReply::ProxyConnectionRefusedError:
+    case QNetworkReply::ProxyConnectionClosedError:
+    case QNetworkReply::ProxyNotFoundError:
+    case QNetworkReply::ProxyTimeoutError:
+    case QNetworkReply::ProxyAuthenticationRequiredError:
+        return QStringLiteral("Keine Verbindung über den Proxy-Server: ") + details;
+    case QNetworkReply::NetworkSessionFailedError:
+    case QNetworkReply::TemporaryNetworkFailureError:
+    case QNetworkReply::UnknownNetworkError:
+        return QStringLiteral("Keine Verbindung zum Netzwerk: ") + details;
+    default:
+        return QStringLiteral("Die Übertragung ist fehlgeschlagen: ") + details;
+    }
+}
+
 bool Inet::finish(QNetworkReply* reply, QString* body)
 {
     m_responseCode = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    m_responseInfo = reply->error() == QNetworkReply::NoError
-        ? reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString()
-        : reply->errorString();
+    const QString reason = reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString();
+    m_responseInfo = reply->error() == QNetworkReply::NoError ? reason : reply->errorString();
+    m_failureText = transferFailureText(reply->error(), m_responseCode, reason, reply->errorString());
     *body = decodeHttpBody(reply->readAll(), reply->header(QNetworkRequest::ContentTypeHeader).toByteArray());
     return reply->error() == QNetworkReply::NoError;
 }
@@ -132,7 +166,11 @@ void Inet::Execute(const QString& url, const QString& operation, const QString& 
     QNetworkReply* reply = m_reply;
     connect(reply, &QNetworkReply::finished, this, [this, reply] {
         QString text;
-        const bool good = finish(reply, &text);
+        // The words of a server that answers with an error status are its answer; a status with
+        // nothing to say is no answer.
+        const bool good = finish(reply, &text) || (m_responseCode >= 400 && !text.isEmpty());
+        if (good)
+            m_failureText.clear();
         if (m_reply == reply)
             m_reply = nullptr;
         reply->deleteLater();

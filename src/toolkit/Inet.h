@@ -41,7 +41,8 @@ public:
     QString OpenURL(const QString& url = QString(), bool* ok = nullptr);
 
     // Starts a request and returns at once; StateChanged tells how it ended. headers: lines of
-    // "Name: value".
+    // "Name: value". A body that comes with an HTTP error status is the server's answer all the
+    // same; only a transfer that brings no answer at all ends in icError.
     void Execute(const QString& url, const QString& operation, const QString& body, const QString& headers);
 
     bool StillExecuting() const { return m_reply != nullptr; }
@@ -52,6 +53,9 @@ public:
 
     int ResponseCode() const { return m_responseCode; }
     QString ResponseInfo() const { return m_responseInfo; }
+    // What went wrong with the last transfer, in words for the user ("keine Verbindung zum
+    // Server", a time-out, an HTTP error); empty when it brought an answer.
+    QString FailureText() const { return m_failureText; }
 
     // Tests shorten the time a request may take.
     void setTimeoutMsForTesting(int milliseconds) { m_timeoutMs = milliseconds; }
@@ -62,7 +66,7 @@ signals:
 private:
     QNetworkReply* start(const QString& url, const QByteArray& operation, const QByteArray& body,
                          const QString& headers);
-    // Reads a finished reply: its body, decoded, and the outcome.
+    // Reads a finished reply: its body, decoded, and whether it ended without any error.
     bool finish(QNetworkReply* reply, QString* body);
 
     std::unique_ptr<QNetworkAccessManager> m_manager;
@@ -74,8 +78,13 @@ private:
     qsizetype m_answerPos = 0;
     int m_responseCode = 0;
     QString m_responseInfo;
+    QString m_failureText;
     int m_timeoutMs = DefaultTimeoutMs;
 };
 
 // The text of an HTTP body, decoded by the charset named in contentType, Windows-1252 otherwise.
 QString decodeHttpBody(const QByteArray& body, const QByteArray& contentType);
+
+// A failed transfer in words for the user: error is a QNetworkReply::NetworkError, httpStatus
+// and reason the HTTP status line where one came, details Qt's own description.
+QString transferFailureText(int error, int httpStatus, const QString& reason, const QString& details);
