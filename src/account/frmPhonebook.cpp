@@ -55,6 +55,9 @@ void frmPhonebook::web_BeforeNavigate(const QString& url, bool* cancel)
         if (result != frmMain::PhonebookEntry::Failed)
             QTimer::singleShot(0, m_main, &frmMain::disposePhonebook);
     } else if (url.contains(QStringLiteral("close://"))) {
-        QTimer::singleShot(0, m_main, &frmMain::disposePhonebook);
+        QTimer::singleShot(0, m_main, [main = m_main] {
+            main->disposePhonebook();
+            main->focusMessage();
+        });
     }
 }

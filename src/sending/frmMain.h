@@ -74,6 +74,8 @@ public:
     // An entry the phonebook hands over ("telefon://Name@Nummer") into the recipient fields.
     enum class PhonebookEntry { Taken, NotMobile, Failed };
     PhonebookEntry takePhonebookEntry(const QString& address);
+    // The window comes to the front with the focus on txtSMS, as after a phonebook entry.
+    void focusMessage();
     // A contact of the address book into the recipient fields, as the phonebook hands one over.
     void tbAddressBook_Click();
     // The balance query; blocks until the service answered.

@@ -195,8 +195,14 @@ frmMain::PhonebookEntry frmMain::takePhonebookEntry(const QString& address)
         result = PhonebookEntry::NotMobile;
     }
     FieldColors::setBackground(cmbVorwahl);
-    txtSMS->setFocus();
+    focusMessage();
     return result;
+}
+
+void frmMain::focusMessage()
+{
+    activateWindow();
+    txtSMS->setFocus();
 }
 
 void frmMain::tbAddressBook_Click()

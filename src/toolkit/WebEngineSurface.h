@@ -12,6 +12,10 @@
 class QUrl;
 class QWidget;
 
+// An address holding one of these is a pseudo-address of the service's pages: the window that
+// shows the page takes it, and it never loads. A regular expression, for the page's script too.
+inline constexpr char PseudoAddressPattern[] = "telefon://|gruppe://|gruppe//|close://";
+
 // What the browser reports to the window that holds it.
 struct WebEngineHandlers
 {

@@ -12,8 +12,7 @@
 namespace {
 bool isPseudoAddress(const QString& url)
 {
-    static const QRegularExpression pattern(QStringLiteral("^(telefon:|gruppe:|close:|http://gruppe/)"),
-                                            QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression pattern(QString::fromLatin1(PseudoAddressPattern));
     return pattern.match(url).hasMatch();
 }
 } // namespace

@@ -24,20 +24,28 @@ const QList<QByteArray>& pseudoSchemes()
 
 // A click on a link to a pseudo-address is sent on as "quellbote-raw:" and the link's address
 // exactly as the page wrote it. Taken apart as a URL, "telefon://Name@0043/664/1" would have
-// its "host" 0043 turned into the address 0.0.0.35, and a name with a blank would not pass.
+// its "host" 0043 turned into the address 0.0.0.35, a name with a blank would not pass, and
+// "http://gruppe://x" would arrive as "http://gruppe//x".
 const QString RawScheme = QStringLiteral("quellbote-raw");
-const char* const RawLinkScript = R"(
-document.addEventListener('click', function (event) {
-    var link = event.target && event.target.closest ? event.target.closest('a[href]') : null;
-    if (!link)
-        return;
-    var href = link.getAttribute('href');
-    if (/^(telefon:|gruppe:|close:|http:\/\/gruppe\/)/i.test(href)) {
-        event.preventDefault();
-        window.location.href = 'quellbote-raw:' + encodeURIComponent(href);
-    }
-}, true);
-)";
+QString rawLinkScript()
+{
+    return QStringLiteral(R"(
+(function () {
+    var pseudo = new RegExp('%1');
+    document.addEventListener('click', function (event) {
+        var link = event.target && event.target.closest ? event.target.closest('a[href]') : null;
+        if (!link)
+            return;
+        var href = link.getAttribute('href');
+        if (pseudo.test(href)) {
+            event.preventDefault();
+            window.location.href = 'quellbote-raw:' + encodeURIComponent(href);
+        }
+    }, true);
+})();
+)")
+        .arg(QString::fromLatin1(PseudoAddressPattern));
+}
 
 // A navigation to a pseudo-scheme that nobody cancelled ends here, unanswered.
 class PseudoSchemeHandler : public QWebEngineUrlSchemeHandler
@@ -93,7 +101,7 @@ public:
         setPage(new Page(profile(), handlers, this));
         QWebEngineScript rawLinks;
         rawLinks.setName(QStringLiteral("quellbote-raw-links"));
-        rawLinks.setSourceCode(QString::fromLatin1(RawLinkScript));
+        rawLinks.setSourceCode(rawLinkScript());
         rawLinks.setInjectionPoint(QWebEngineScript::DocumentCreation);
         rawLinks.setWorldId(QWebEngineScript::ApplicationWorld);
         rawLinks.setRunsOnSubFrames(true);

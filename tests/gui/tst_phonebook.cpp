@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
+#include "ModalWindows.h"
+#include "PageLinks.h"
 #include "TestStore.h"
 #include "account/frmNews.h"
 #include "account/frmPhonebook.h"
+#include "bulk/frmMultiSMS.h"
 #include "settings/cOptionen.h"
+#include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 #include "toolkit/WebView.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
@@ -78,6 +83,81 @@ private slots:
         QCOMPARE(m_harness.child<QLineEdit>("txtNummer")->text(), number);
         if (!key.isEmpty())
             QCOMPARE(main->selectedPrefixKey(), key);
+    }
+
+    // Links of the pages as the engine shows them, clicked with the mouse: the page's own script and
+    // the engine's idea of an address lie on this road, and not on that of WebView::navigate.
+    void linksClickedInTheLoadedPage_data()
+    {
+        QTest::addColumn<QString>("window");
+        QTest::addColumn<QString>("link");
+        QTest::addColumn<QString>("box"); // empty: none
+        QTest::newRow("phonebook entry") << u"phonebook"_s << u"Max Mustermann"_s << QString();
+        QTest::newRow("phonebook's close link") << u"phonebook"_s << u"Telefonbuch schließen"_s << QString();
+        QTest::newRow("news' close link") << u"news"_s << u"Schließen"_s << QString();
+        QTest::newRow("group, http://gruppe//") << u"group"_s << u"Familie Jäger"_s << QString();
+        // Passed on unchanged, so the download fails and the table stays.
+        QTest::newRow("group, http://gruppe://")
+            << u"group"_s << u"Vertrieb (http://gruppe://)"_s
+            << u"Die Gruppe konnte nicht aus dem Internet geladen werden.\r\nDie bisherigen Einträge bleiben "
+               "unverändert."_s;
+    }
+
+    void linksClickedInTheLoadedPage()
+    {
+        QFETCH(QString, window);
+        QFETCH(QString, link);
+        QFETCH(QString, box);
+        m_harness.resetStore();
+        TestStore::put(u"firstStartHasRun"_s, u"true"_s);
+        reloadOptionsForTesting();
+        QVERIFY(m_harness.startService({ u"--info-answer"_s, window == u"news" ? u"-1"_s : u"0"_s }));
+        frmMain* main = m_harness.loadMain();
+        MessageBoxScript boxes;
+        if (!box.isEmpty())
+            boxes.answer(MessageBox::Answer::Ok);
+
+        if (window == u"phonebook") {
+            m_harness.child<ToolbarButton>("tbPhonebook")->click();
+            QVERIFY(PageLinks::waitForLink(phonebook()->web, link));
+            QVERIFY(PageLinks::click(phonebook()->web, link));
+            QTRY_VERIFY(!main->isPhonebookOpen);
+            QTRY_VERIFY(!phonebook());
+            QCOMPARE(QApplication::focusWidget(), m_harness.child<SmsTextEdit>("txtSMS"));
+            if (link == u"Max Mustermann") {
+                QCOMPARE(m_harness.child<QComboBox>("cmbName")->currentText(), link);
+                QCOMPARE(main->selectedPrefixKey(), u"G171"_s);
+                QCOMPARE(m_harness.child<QLineEdit>("txtNummer")->text(), u"1234567"_s);
+            }
+        } else if (window == u"news") {
+            QTRY_VERIFY(frmNews::loaded() && frmNews::loaded()->isVisible());
+            auto* web = frmNews::loaded()->findChild<WebView*>();
+            QVERIFY(PageLinks::waitForLink(web, link));
+            QVERIFY(PageLinks::click(web, link));
+            QTRY_VERIFY(!frmNews::loaded() || !frmNews::loaded()->isVisible());
+        } else {
+            m_harness.child<ToolbarButton>("tbMultiSMS")->click();
+            RecipientTable& table = frmMultiSMS::loaded()->table();
+            table.addRow(u"Anna"_s, u"00491711234567"_s, {}, {});
+            bool clicked = false;
+            onNextModal([&](QWidget* dialog) {
+                auto* web = in<WebView>(dialog, "web");
+                clicked = PageLinks::waitForLink(web, link) && PageLinks::click(web, link);
+                if (!clicked)
+                    dialog->close();
+            });
+            in<QAction>(frmMultiSMS::loaded(), "openWeb")->trigger();
+            QVERIFY(clicked);
+            if (box.isEmpty()) {
+                QCOMPARE(table.rowCount(), 2);
+                QCOMPARE(table.rows().at(0).Name, u"Jürgen Jäger"_s);
+            } else {
+                QCOMPARE(table.rowCount(), 1);
+                QCOMPARE(table.rows().at(0).Name, u"Anna"_s);
+            }
+        }
+        QCOMPARE(boxes.count(), box.isEmpty() ? 0 : 1);
+        QCOMPARE(boxes.last().text, box);
     }
 
     // The news come once for each number; shown ones are counted in the fault test.
