@@ -7,5 +7,5 @@ QString VCardContact::mobileNumber() const
         if (phone.isCell())
             return phone.number;
     }
-    return phones.isEmpty() ? QString() : phones.constFirst().number;
+    return {};
 }

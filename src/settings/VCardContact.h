@@ -24,6 +24,7 @@ struct VCardContact
     // In the order of the card.
     QList<VCardPhone> phones;
 
-    // The first number of type CELL, else the first number at all; empty for a card without any.
+    // The first number typed as a mobile one (CELL, in whichever version's form); empty for a
+    // card without one: a landline, work or fax number is no recipient of an SMS.
     QString mobileNumber() const;
 };

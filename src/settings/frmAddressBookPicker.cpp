@@ -38,7 +38,7 @@ frmAddressBookPicker::frmAddressBookPicker(const QString& profileFolder, QWidget
         const QString mobile = contact.mobileNumber();
         auto* item = new QListWidgetItem(
             (contact.displayName.isEmpty() ? QStringLiteral("(ohne Namen)") : contact.displayName)
-                + (mobile.isEmpty() ? QStringLiteral("  –  keine Rufnummer") : QStringLiteral("  –  ") + mobile),
+                + (mobile.isEmpty() ? QStringLiteral("  –  keine Mobilfunknummer") : QStringLiteral("  –  ") + mobile),
             lstContacts);
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable | Qt::ItemIsSelectable);
         item->setCheckState(Qt::Unchecked);

@@ -159,15 +159,17 @@ private slots:
         QVERIFY(cards.open(QIODevice::WriteOnly));
         cards.write("BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Jana Berg\r\nTEL;TYPE=HOME:030 123456\r\n"
                     "TEL;TYPE=CELL:+49 171 2345678\r\nEND:VCARD\r\n"
-                    "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Ohne Nummer\r\nEND:VCARD\r\n"
+                    "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Nur Festnetz\r\nTEL;TYPE=WORK,VOICE:030 999\r\nEND:VCARD\r\n"
                     "BEGIN:VCARD\r\nVERSION:2.1\r\nN:Weber;Tom\r\nTEL;CELL:0160 7654321\r\nEND:VCARD\r\n"
                     "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Abgebrochen\r\n");
         cards.close();
         Options().setOutlookProfil(profile);
-        // Everyone ticked; the card cut off is counted, the one without a number adds no row.
+        // Everyone ticked; the card cut off is counted, the one with a landline only is listed as
+        // having no mobile number and adds no row.
         onNextModal([](QWidget* dialog) {
             auto* picker = static_cast<frmAddressBookPicker*>(dialog);
             QCOMPARE(picker->lstContacts->count(), 3);
+            QCOMPARE(picker->lstContacts->item(1)->text(), u"Nur Festnetz  –  keine Mobilfunknummer"_s);
             QVERIFY(picker->lblSkipped->text().startsWith(u"Ein Eintrag konnte nicht gelesen"_s));
             for (int i = 0; i < picker->lstContacts->count(); ++i)
                 picker->lstContacts->item(i)->setCheckState(Qt::Checked);
