@@ -175,6 +175,7 @@ private:
     QLineEdit* txtZeichen;
     QLineEdit* txtAnzahlSMS;
     QLineEdit* txtKostenProSMS;
+    QList<QWidget*> m_singleModeCounters;
     QWidget* boxReuseLastSMS;
     QLabel* lblReuseText;
     OptionsBar* optionsBar;

@@ -299,6 +299,9 @@ void frmMain::buildControls()
         counters->addWidget(label);
         counters->addWidget(field);
         counters->addSpacing(8);
+        // Size and count of one SMS give way to the placeholder counters in MultiSMS mode.
+        if (field != txtKostenProSMS)
+            m_singleModeCounters << label << field;
     }
     counters->addStretch(1);
     form->addLayout(counters, 4, 1, 1, 2);

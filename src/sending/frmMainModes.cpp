@@ -52,7 +52,9 @@ void frmMain::tbMultiSMS_Click()
 
 void frmMain::showMultiSMS()
 {
+    // Both write the recipient fields, which the table replaces.
     tbPhonebook->setEnabled(false);
+    tbAddressBook->setEnabled(false);
     disposePhonebook();
     cmbName->setCurrentIndex(-1);
     cmbName->setEditText(QStringLiteral("MultiSMS"));
@@ -72,6 +74,8 @@ void frmMain::showMultiSMS()
     side->show();
     boxPlatzhalter->show();
     boxVariablesToolbar->show();
+    for (QWidget* counter : std::as_const(m_singleModeCounters))
+        counter->hide();
     chkPrivat->setEnabled(false);
     chkPublic->setEnabled(false);
     isMultiSMSMode = true;
@@ -81,6 +85,7 @@ void frmMain::showMultiSMS()
 void frmMain::disableMultiSMS()
 {
     tbPhonebook->setEnabled(true);
+    tbAddressBook->setEnabled(true);
     // It stays loaded with its table for the next time.
     if (frmMultiSMS* side = frmMultiSMS::loaded())
         side->hide();
@@ -90,6 +95,8 @@ void frmMain::disableMultiSMS()
     cmbVorwahl->setEnabled(true);
     boxPlatzhalter->hide();
     boxVariablesToolbar->hide();
+    for (QWidget* counter : std::as_const(m_singleModeCounters))
+        counter->show();
     chkPrivat->setEnabled(true);
     chkPublic->setEnabled(true);
     isMultiSMSMode = false;

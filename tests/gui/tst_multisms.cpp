@@ -11,6 +11,7 @@
 #include "toolkit/WebView.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -71,6 +72,40 @@ private slots:
         FileChooser::setHandler({});
         m_harness.reset();
         QVERIFY(!frmMultiSMS::loaded());
+    }
+
+    // Which fields of the main window the mode turns off, empties, hides and shows, and back.
+    void modeOnAndOff_data()
+    {
+        QTest::addColumn<QString>("control");
+        QTest::addColumn<bool>("enabledInMode");
+        QTest::addColumn<bool>("shownInMode");
+        for (const char* off :
+             { "cmbName", "cmbVorwahl", "txtNummer", "chkPrivat", "chkPublic", "tbPhonebook", "tbAddressBook" })
+            QTest::newRow(off) << QString::fromLatin1(off) << false << true;
+        for (const char* hidden : { "txtZeichen", "txtAnzahlSMS" })
+            QTest::newRow(hidden) << QString::fromLatin1(hidden) << true << false;
+        for (const char* shown : { "boxPlatzhalter", "boxVariablesToolbar", "txtKostenProSMS", "tbSend" })
+            QTest::newRow(shown) << QString::fromLatin1(shown) << true << true;
+    }
+
+    void modeOnAndOff()
+    {
+        QFETCH(QString, control);
+        QFETCH(bool, enabledInMode);
+        QFETCH(bool, shownInMode);
+        auto* widget = m_harness.main()->findChild<QWidget*>(control);
+        QVERIFY(widget);
+        QCOMPARE(widget->isEnabled(), enabledInMode);
+        QCOMPARE(widget->isVisible(), shownInMode);
+        QCOMPARE(m_harness.child<QComboBox>("cmbName")->currentText(), u"MultiSMS"_s);
+        QCOMPARE(m_harness.main()->selectedPrefixKey(), QString());
+        QCOMPARE(m_harness.child<QLineEdit>("txtNummer")->text(), QString());
+        m_harness.child<ToolbarButton>("tbMultiSMS")->click();
+        const bool placeholders = control.startsWith(u"box");
+        QCOMPARE(widget->isEnabled(), true);
+        QCOMPARE(widget->isVisible(), !placeholders);
+        QCOMPARE(m_harness.child<QComboBox>("cmbName")->currentText(), QString());
     }
 
     // Adding, editing and deleting as such are pressed through in the accessibility test.
