@@ -158,7 +158,7 @@ void frmMain::load(frmSplash* splash)
     info(QStringLiteral("Sitzung wiederherstellen ..."));
     restoreSession();
     info(ProductName() + QStringLiteral(" geladen"));
-    m_tray = new mTrayIcon(this, [this] { SysTrayMouseEventHandler(); });
+    m_tray = new mTrayIcon(this, ProductName(), [this] { SysTrayMouseEventHandler(); });
     lastStartTime.clear();
     creditsTicks = 0;
     tmCredits->start();
@@ -478,12 +478,13 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event)
 void frmMain::SysTrayMouseEventHandler()
 {
     if (windowState() & Qt::WindowMinimized) {
-        setWindowState(windowState() & ~Qt::WindowMinimized);
+        // Back in the normal state, whatever it was before it went to the tray.
+        setWindowState(Qt::WindowNoState);
         show();
         raise();
         activateWindow();
-    } else if (!(windowState() & Qt::WindowMaximized)) {
-        setWindowState(windowState() | Qt::WindowMinimized);
+    } else if (!(windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen))) {
+        setWindowState(Qt::WindowMinimized);
     }
 }
 
@@ -493,19 +494,21 @@ void frmMain::changeEvent(QEvent* event)
     if (event->type() != QEvent::WindowStateChange)
         return;
     if (windowState() & Qt::WindowMinimized) {
-        // Only the tray icon remains; without a tray the window stays in the task bar.
-        if (m_tray && m_tray->isVisible())
+        // Only the tray icon remains, and the hint says where the window went; without a tray the
+        // window stays in the task bar and there is nothing to hint at.
+        if (m_tray && m_tray->isVisible()) {
             hide();
-        if (!Options().DontDisplayMinimizeWarning()) {
-            if (!m_minimizeWarning)
-                m_minimizeWarning = new frmMinimizeWarning(this);
-            m_minimizeWarning->show();
+            if (!Options().DontDisplayMinimizeWarning()) {
+                if (!m_minimizeWarning)
+                    m_minimizeWarning = new frmMinimizeWarning(this);
+                m_minimizeWarning->show();
+            }
         }
         if (isMultiSMSMode && frmMultiSMS::loaded())
             frmMultiSMS::loaded()->hide();
         if (isPhonebookOpen && m_phonebook)
             m_phonebook->hide();
-    } else {
+    } else if (windowState() == Qt::WindowNoState) {
         if (isMultiSMSMode)
             frmMultiSMS::instance()->show();
         if (isPhonebookOpen && m_phonebook)

@@ -16,6 +16,9 @@ void loadMain(frmSplash& splash)
 {
     auto* main = new frmMain; // deletes itself when closed
     main->setAttribute(Qt::WA_DeleteOnClose);
+    // The program ends with the main window's unload, which keeps the session; not when its last
+    // visible window closes, which may be a side window while the main window is in the tray.
+    QObject::connect(main, &QObject::destroyed, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     main->load(&splash);
     splash.close();
 }
@@ -36,6 +39,7 @@ void Main()
     // The program presents itself under its product name. The settings keep their place, as the
     // store names it itself. No display name is set: it would be appended to every window title.
     QCoreApplication::setApplicationName(ProductName());
+    QGuiApplication::setQuitOnLastWindowClosed(false);
 
     frmSplash splash;
     splash.show();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The program's icon in the notification area: the product name as its tip, and a left click
-// handed to the main window.
+// The program's icon in the notification area: a tip (the product name), and a left click handed
+// to the main window.
 #pragma once
 
 #include <QObject>
@@ -15,11 +15,14 @@ class mTrayIcon : public QObject
     Q_DISABLE_COPY_MOVE(mTrayIcon)
 
 public:
-    mTrayIcon(QObject* parent, std::function<void()> onLeftClick);
+    mTrayIcon(QObject* parent, const QString& tip, std::function<void()> onLeftClick);
     ~mTrayIcon() override;
 
     // Whether the icon stands in a notification area that exists.
     bool isVisible() const;
+
+    // Tests stand in a notification area where the platform has none.
+    static void setAvailableForTesting(bool available);
 
 private:
     QSystemTrayIcon* m_icon;

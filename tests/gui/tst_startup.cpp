@@ -1,15 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MainWindowHarness.h"
 #include "TestStore.h"
+#include "account/frmHelp.h"
 #include "sending/frmSplash.h"
+#include "sending/mStarter.h"
+#include "settings/cOptionen.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
+#include "toolkit/frmMinimizeWarning.h"
+#include "toolkit/mTrayIcon.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScreen>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -114,6 +122,59 @@ private slots:
         QCOMPARE(again.child<QLineEdit>("txtNummer")->text(), u"1234567"_s);
         QCOMPARE(again.child<SmsTextEdit>("txtSMS")->text(), u"Hallo\r\nWelt"_s);
         QCOMPARE(again.main->pos(), QPoint(50, 60));
+    }
+
+    // The program as it starts and ends: with a tray, minimising hides the main window and shows
+    // the hint; closing the help window then, the last window seen, must not end the program. Only
+    // the main window's unload ends it, and that keeps the session.
+    void theProgramEndsWithTheMainWindowOnly_data()
+    {
+        QTest::addColumn<bool>("tray");
+        QTest::newRow("with a tray") << true;
+        QTest::newRow("without a tray: the window stays in the task bar, no hint") << false;
+    }
+
+    void theProgramEndsWithTheMainWindowOnly()
+    {
+        QFETCH(bool, tray);
+        TestStore::put(u"firstStartHasRun"_s, u"true"_s);
+        TestStore::put(u"infoVersion"_s, u"32767"_s);
+        reloadOptionsForTesting();
+        mTrayIcon::setAvailableForTesting(tray);
+        mStarter::Main();
+        QPointer<frmMain> main = frmMain::instance();
+        QVERIFY(main && main->isVisible());
+
+        bool hidden = false, hinted = false, stillRunning = false, restored = false;
+        frmHelp::showHelp();
+        QTimer::singleShot(0, main, [&] {
+            main->setWindowState(Qt::WindowMinimized);
+            hidden = !main->isVisible();
+            auto* hint = main->findChild<frmMinimizeWarning*>();
+            hinted = hint && hint->isVisible();
+            if (hinted)
+                in<QPushButton>(hint, "cmdOK")->click();
+            frmHelp::loaded()->close();
+            QTimer::singleShot(200, main, [&] {
+                stillRunning = true;
+                main->SysTrayMouseEventHandler();
+                restored = main->isVisible() && main->windowState() == Qt::WindowNoState;
+                in<QLineEdit>(main, "txtNummer")->setText(u"7654321"_s);
+                main->close();
+            });
+        });
+        QTimer watchdog;
+        connect(&watchdog, &QTimer::timeout, [] { QCoreApplication::exit(1); });
+        watchdog.start(10000);
+        QCOMPARE(QApplication::exec(), 0);
+        mTrayIcon::setAvailableForTesting(false);
+
+        QCOMPARE(hidden, tray);
+        QCOMPARE(hinted, tray);
+        QVERIFY(stillRunning);
+        QVERIFY(restored);
+        QVERIFY(!main);
+        QCOMPARE(TestStore::raw(u"lastNumber"_s), u"7654321"_s);
     }
 
     void closingMaximisedKeepsThePosition()
