@@ -197,7 +197,8 @@ void frmMain::handOffToServer(const QString& number, const QString& text)
     case GatewayRequest::ServerWriter::None:
         break;
     }
-    if (!written.ok && !written.error.isEmpty()) {
+    const bool failed = !written.ok && !written.error.isEmpty();
+    if (failed) {
         // Nothing is lost: the fields keep the message, and the user learns where it stuck; in a
         // bulk run each row that failed says so in the log.
         const QString problem
@@ -208,10 +209,11 @@ void frmMain::handOffToServer(const QString& number, const QString& text)
         else
             MessageBox::show(this, problem, MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
     }
+    // Counted in any case; but a hand-off that failed is never reported as done.
     const GatewayRequest::HandOffMessage done = GatewayRequest::serverHandOffDone(
         handOffCount, txtAnzahlSMS->text(), o.xmlIsServerUsed(), o.xmlSingleUser(), o.xmlGroupUser());
     handOffCount = done.handOffCount;
-    if (done.show)
+    if (done.show && !failed)
         MessageBox::show(this, done.text);
     setHourglass(false);
 }
