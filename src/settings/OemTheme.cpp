@@ -32,9 +32,19 @@ OemTheme OemTheme::read()
         return iniHandler::GetIniValue(file, QString::fromUtf16(section), QString::fromUtf16(key), fallback);
     };
     theme.headerPicture = value(u"Images", u"Header");
-    theme.headerColor = colorValue(value(u"Colors", u"Header", QStringLiteral("-2147483643")));
-    theme.headerInfoColor = colorValue(value(u"Colors", u"HeaderInfo", QStringLiteral("-2147483643")));
-    theme.backgroundColor = colorValue(value(u"Colors", u"Background", QStringLiteral("-2147483633")));
+    theme.logoPicture = value(u"Images", u"Logo");
+    const auto color = [&](const char16_t* key, const char* fallback) {
+        const QString text = value(u"Colors", key, QString::fromLatin1(fallback));
+        const std::optional<qint64> parsed = colorValue(text);
+        if (!parsed) {
+            theme.problems.append(QStringLiteral("[Colors] %1=%2: keine Farbe (erwartet wird eine Zahl)")
+                                      .arg(QString::fromUtf16(key), text));
+        }
+        return parsed;
+    };
+    theme.headerColor = color(u"Header", "-2147483643");
+    theme.headerInfoColor = color(u"HeaderInfo", "-2147483643");
+    theme.backgroundColor = color(u"Background", "-2147483633");
     theme.copyright = value(u"Strings", u"Copyright", builtInCopyright());
     theme.hideHeaderStrings = value(u"Common", u"HideHeaderStrings", QStringLiteral("false")) == u"true";
     return theme;

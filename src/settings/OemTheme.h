@@ -6,6 +6,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -13,6 +14,7 @@ struct OemTheme
 {
     bool fileExists = false;
     QString headerPicture; // a file in the program's folder; empty keeps the designed picture
+    QString logoPicture; // the splash's logo, likewise
     // Colours as the file gives them (0xBBGGRR or 0x800000nn); none for a value that isn't a
     // number, which keeps the designed colour.
     std::optional<qint64> headerColor;
@@ -20,6 +22,9 @@ struct OemTheme
     std::optional<qint64> backgroundColor;
     QString copyright;
     bool hideHeaderStrings = false;
+    // Values that can't be used, each as "[Section] Key=value: why", for the one who rebranded
+    // the program; the designed look stands in for them.
+    QStringList problems;
 
     static QString builtInCopyright();
     // Reads oem.inf from the program's folder.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MainWindowHarness.h"
+#include "MessageBoxScript.h"
 #include "TestStore.h"
 #include "account/frmHelp.h"
 #include "sending/frmSplash.h"
@@ -12,6 +13,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -28,6 +30,25 @@ class TestStartup : public QObject
     MainWindowHarness m_harness;
 
     void writeOem(const QByteArray& extra = {}) { m_harness.service()->pointProgramAt(m_harness.folder(), extra); }
+
+    // The program as it starts and runs: its start routine, then whileRunning in its event loop,
+    // until the program ends (or ten seconds have passed). True when it ended by itself, with its
+    // main window gone.
+    bool runProgram(const std::function<void(frmMain*)>& whileRunning)
+    {
+        TestStore::put(u"firstStartHasRun"_s, u"true"_s);
+        TestStore::put(u"infoVersion"_s, u"32767"_s);
+        reloadOptionsForTesting();
+        mStarter::Main();
+        QPointer<frmMain> main = frmMain::instance();
+        if (!main)
+            return false;
+        QTimer::singleShot(0, main, [main, whileRunning] { whileRunning(main); });
+        QTimer watchdog;
+        connect(&watchdog, &QTimer::timeout, [] { QCoreApplication::exit(1); });
+        watchdog.start(10000);
+        return QApplication::exec() == 0 && !main;
+    }
 
     // The main window loaded behind its splash screen, as the program starts.
     struct Loaded
@@ -137,44 +158,50 @@ private slots:
     void theProgramEndsWithTheMainWindowOnly()
     {
         QFETCH(bool, tray);
-        TestStore::put(u"firstStartHasRun"_s, u"true"_s);
-        TestStore::put(u"infoVersion"_s, u"32767"_s);
-        reloadOptionsForTesting();
         mTrayIcon::setAvailableForTesting(tray);
-        mStarter::Main();
-        QPointer<frmMain> main = frmMain::instance();
-        QVERIFY(main && main->isVisible());
-
-        bool hidden = false, hinted = false, stillRunning = false, restored = false;
         frmHelp::showHelp();
-        QTimer::singleShot(0, main, [&] {
-            main->setWindowState(Qt::WindowMinimized);
-            hidden = !main->isVisible();
-            auto* hint = main->findChild<frmMinimizeWarning*>();
+        bool hidden = false, hinted = false, stillRunning = false, restored = false;
+        const bool ended = runProgram([&](frmMain* window) {
+            window->setWindowState(Qt::WindowMinimized);
+            hidden = !window->isVisible();
+            auto* hint = window->findChild<frmMinimizeWarning*>();
             hinted = hint && hint->isVisible();
             if (hinted)
                 in<QPushButton>(hint, "cmdOK")->click();
             frmHelp::loaded()->close();
-            QTimer::singleShot(200, main, [&] {
+            QTimer::singleShot(200, window, [&, window] {
                 stillRunning = true;
-                main->SysTrayMouseEventHandler();
-                restored = main->isVisible() && main->windowState() == Qt::WindowNoState;
-                in<QLineEdit>(main, "txtNummer")->setText(u"7654321"_s);
-                main->close();
+                window->SysTrayMouseEventHandler();
+                restored = window->isVisible() && window->windowState() == Qt::WindowNoState;
+                in<QLineEdit>(window, "txtNummer")->setText(u"7654321"_s);
+                window->close();
             });
         });
-        QTimer watchdog;
-        connect(&watchdog, &QTimer::timeout, [] { QCoreApplication::exit(1); });
-        watchdog.start(10000);
-        QCOMPARE(QApplication::exec(), 0);
         mTrayIcon::setAvailableForTesting(false);
-
+        QVERIFY(ended);
         QCOMPARE(hidden, tray);
         QCOMPARE(hinted, tray);
         QVERIFY(stillRunning);
         QVERIFY(restored);
-        QVERIFY(!main);
         QCOMPARE(TestStore::raw(u"lastNumber"_s), u"7654321"_s);
+    }
+
+    // Whoever rebranded the program learns once what of oem.inf can't be used.
+    void brandingThatCantBeUsedIsToldOnce()
+    {
+        writeOem("[Colors]\r\nHeader=blau\r\n[Images]\r\nLogo=fehlt.png\r\nHeader=kaputt.png\r\n");
+        QFile broken(m_harness.folder() + u"/kaputt.png"_s);
+        QVERIFY(broken.open(QIODevice::WriteOnly));
+        broken.write("\x89PNG\r\n\x1a\n kaputt");
+        broken.close();
+        MessageBoxScript boxes;
+        boxes.answer(MessageBox::Answer::Ok);
+        QVERIFY(runProgram([](frmMain* window) { window->close(); }));
+        QCOMPARE(boxes.count(), 1);
+        QCOMPARE(boxes.last().text,
+                 u"Die Datei oem.inf enthält Werte, die nicht verwendet werden können. An ihrer Stelle gilt das "
+                 "vorgesehene Aussehen.\r\n\r\n[Colors] Header=blau: keine Farbe (erwartet wird eine Zahl)\r\n"
+                 "[Images] Header=kaputt.png: kein lesbares Bild\r\n[Images] Logo=fehlt.png: kein lesbares Bild"_s);
     }
 
     void closingMaximisedKeepsThePosition()

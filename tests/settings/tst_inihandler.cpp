@@ -78,16 +78,18 @@ private slots:
         QTest::addColumn<qint64>("header"); // 0: no file, nothing read
         QTest::addColumn<qint64>("background"); // -1: kept as designed
         QTest::addColumn<bool>("hide");
+        QTest::addColumn<QStringList>("problems");
         const qint64 window = -2147483643;
         const qint64 face = -2147483633;
-        QTest::newRow("no file keeps the design") << QByteArray() << qint64(0) << qint64(-1) << false;
-        QTest::newRow("empty file: system colours") << QByteArray("\r\n") << window << face << false;
+        QTest::newRow("no file keeps the design") << QByteArray() << qint64(0) << qint64(-1) << false << QStringList();
+        QTest::newRow("empty file: system colours") << QByteArray("\r\n") << window << face << false << QStringList();
         QTest::newRow("colour that is no number")
-            << QByteArray("[Colors]\r\nBackground=blau\r\nHeader=255\r\n") << qint64(255) << qint64(-1) << false;
+            << QByteArray("[Colors]\r\nBackground=blau\r\nHeader=255\r\n") << qint64(255) << qint64(-1) << false
+            << QStringList { u"[Colors] Background=blau: keine Farbe (erwartet wird eine Zahl)"_s };
         QTest::newRow("HideHeaderStrings true")
-            << QByteArray("[Common]\r\nHideHeaderStrings=true\r\n") << window << face << true;
+            << QByteArray("[Common]\r\nHideHeaderStrings=true\r\n") << window << face << true << QStringList();
         QTest::newRow("HideHeaderStrings True hides nothing")
-            << QByteArray("[Common]\r\nHideHeaderStrings=True\r\n") << window << face << false;
+            << QByteArray("[Common]\r\nHideHeaderStrings=True\r\n") << window << face << false << QStringList();
     }
 
     void theme()
@@ -96,8 +98,10 @@ private slots:
         QFETCH(qint64, header);
         QFETCH(qint64, background);
         QFETCH(bool, hide);
+        QFETCH(QStringList, problems);
         writeOem(content);
         const OemTheme theme = OemTheme::read();
+        QCOMPARE(theme.problems, problems);
         QCOMPARE(theme.fileExists, !content.isNull());
         if (theme.fileExists)
             QCOMPARE(theme.headerColor.value(), header);
