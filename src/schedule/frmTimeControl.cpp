@@ -268,13 +268,17 @@ void frmTimeControl::buildControls()
 
 void frmTimeControl::connectHandlers()
 {
-    // An option button acts when it becomes selected, by a click, the keyboard, assistive
-    // technology or the program itself.
+    // An option button acts on every click, also on the one already selected (which changes
+    // nothing in the group, but brings its panel back where the series settings showed another),
+    // and whenever it becomes selected otherwise: by the keyboard, assistive technology or the
+    // program itself. Each action only sets what its button stands for, so a click that also
+    // selects the button may run it twice.
     const auto onSelect = [this](QRadioButton* button, std::function<void()> action) {
         connect(button, &QRadioButton::toggled, this, [action](bool on) {
             if (on)
                 action();
         });
+        connect(button, &QRadioButton::clicked, this, action);
     };
     connect(cbRepetition, &QCheckBox::toggled, this, &frmTimeControl::cbRepetition_Click);
     onSelect(obDaly, [this] { showPattern(pbDayly); });
@@ -289,7 +293,9 @@ void frmTimeControl::connectHandlers()
     onSelect(obEndingTime, [this] { obEnding_Click(true); });
     onSelect(obEndingDate, [this] { obEnding_Click(false); });
 
+    // A change of the month and a click on one, the same again included, refresh the day list.
     connect(cmbYearlyMonthDate, &QComboBox::currentIndexChanged, this, &frmTimeControl::refreshYearlyDayList);
+    connect(cmbYearlyMonthDate, &QComboBox::activated, this, &frmTimeControl::refreshYearlyDayList);
     const std::pair<QComboBox*, ScheduleDialogRules::Box> checked[] = {
         { cmbMonthWDayMulti, ScheduleDialogRules::Box::cmbMonthWDayMulti },
         { cmbYearlyWDayMulti, ScheduleDialogRules::Box::cmbYearlyWDayMulti },
@@ -300,9 +306,10 @@ void frmTimeControl::connectHandlers()
                 [this, box = box, rule = rule] { checkOnChange(box, int(rule)); });
     }
     connect(tbSendTimes, &QLineEdit::textChanged, this, &frmTimeControl::tbSendTimes_Change);
+    // The start picker's own button and its field (a child of its own) both take clicks.
     for (QWidget* w :
          { static_cast<QWidget*>(cmbMonthDayDate->lineEdit()), static_cast<QWidget*>(cmbYearlyDayDate->lineEdit()),
-           static_cast<QWidget*>(tbSendTimes), static_cast<QWidget*>(DTPickerStart) })
+           static_cast<QWidget*>(tbSendTimes), static_cast<QWidget*>(DTPickerStart), startPickerField() })
         w->installEventFilter(this);
 
     // The pickers check what the user chose: when editing ends and when a day is picked.
@@ -475,8 +482,9 @@ void frmTimeControl::tbSendTimes_Change()
 
 bool frmTimeControl::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == DTPickerStart && event->type() == QEvent::MouseButtonRelease) {
-        // Each click on the start picker adds the days once more to the day-of-month list.
+    if (event->type() == QEvent::MouseButtonPress && (watched == DTPickerStart || watched == startPickerField())) {
+        // Each click on the start picker adds the days once more to the day-of-month list. The
+        // press counts: the release of a click on the button goes to the calendar it opened.
         cmbMonthDayDate->addItems(ScheduleDialogRules::monthDayItems());
     }
     if (event->type() != QEvent::FocusOut)
@@ -495,6 +503,11 @@ bool frmTimeControl::eventFilter(QObject* watched, QEvent* event)
         tbSendTimes->setText(ScheduleDialogRules::sendTimesOnLeave(tbSendTimes->text()));
     }
     return QDialog::eventFilter(watched, event);
+}
+
+QWidget* frmTimeControl::startPickerField() const
+{
+    return DTPickerStart->findChild<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly);
 }
 
 void frmTimeControl::DTPickerStart_Change()

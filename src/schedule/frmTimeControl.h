@@ -62,6 +62,8 @@ private:
     void checkOnChange(QComboBox* box, int rule);
     void tbSendTimes_Change();
     void DTPickerStart_Change();
+    // The text field inside DTPickerStart.
+    QWidget* startPickerField() const;
     void DTPickerStop_Change();
     void cbSend_Click();
     void cbCancel_Click();

@@ -6,6 +6,7 @@
 #include "toolkit/Clock.h"
 #include "toolkit/ToolbarButton.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateTimeEdit>
@@ -92,6 +93,68 @@ private slots:
         m_harness.main()->tbSend_Click();
         QTRY_COMPARE(boxes.count(), 2);
         QCOMPARE(m_harness.bodies(SendPath), QStringList { CommonFields + u"&long=false" });
+    }
+
+    // The dialog's own handlers, clicked as a user clicks them, in the state that unticking and
+    // ticking the series leaves: the daily panel and the count show, whatever stays selected.
+    void theDialogsOwnHandlers()
+    {
+        frmTimeControl dialog(QString(), m_harness.main());
+        dialog.show();
+        const auto click = [&dialog](const char* name) {
+            auto* control = in<QWidget>(&dialog, name);
+            QTest::mouseClick(control, Qt::LeftButton, {}, QPoint(8, control->height() / 2));
+        };
+        const auto shown = [&dialog](const char* name) {
+            return in<QWidget>(&dialog, name)->isVisible();
+        };
+        auto* stop = in<QDateTimeEdit>(&dialog, "DTPickerStop");
+        click("cbRepetition");
+        click("obMonthly");
+        click("obEndingDate");
+        click("cbRepetition");
+        click("cbRepetition");
+        QVERIFY(shown("pbDayly"));
+        QVERIFY(in<QRadioButton>(&dialog, "obMonthly")->isChecked());
+        QVERIFY(!stop->isEnabled());
+        // A click on the selected button brings its panel and its state back.
+        click("obMonthly");
+        QVERIFY(shown("pbMonthly") && !shown("pbDayly"));
+        click("obEndingDate");
+        QVERIFY(stop->isEnabled());
+        QVERIFY(!in<QLineEdit>(&dialog, "tbSendTimes")->isEnabled());
+
+        // Each click on the start picker, on its field or on its button, adds the days once more.
+        auto* days = in<QComboBox>(&dialog, "cmbMonthDayDate");
+        auto* start = in<QDateTimeEdit>(&dialog, "DTPickerStart");
+        QCOMPARE(days->count(), 31);
+        QTest::mouseClick(start->findChild<QLineEdit*>(), Qt::LeftButton);
+        QCOMPARE(days->count(), 62);
+        QTest::mouseClick(start, Qt::LeftButton, {}, QPoint(start->width() - 6, start->height() / 2));
+        QCOMPARE(days->count(), 93);
+        if (QWidget* calendar = QApplication::activePopupWidget())
+            calendar->close();
+
+        // A click on the month, the same one again, refreshes the yearly day list.
+        click("obYearly");
+        auto* month = in<QComboBox>(&dialog, "cmbYearlyMonthDate");
+        auto* day = in<QComboBox>(&dialog, "cmbYearlyDayDate");
+        month->setCurrentIndex(1);
+        {
+            const QSignalBlocker unchecked(day);
+            day->setEditText(u"30"_s);
+        }
+        emit month->activated(1);
+        QCOMPARE(day->currentText(), u"28"_s);
+
+        // A refused "Senden" keeps the dialog open with the choices.
+        MessageBoxScript boxes;
+        boxes.answer(MessageBox::Answer::Ok);
+        click("obDaly");
+        click("obSeriesWorkDay");
+        in<QPushButton>(&dialog, "cbSend")->click();
+        QCOMPARE(boxes.last().text, u"Sie müssen mind. einen Wochentag auswählen"_s);
+        QVERIFY(dialog.isVisible());
     }
 
     void cancelledDialogSendsNothingAndTheNextProposesTheLastStart()
