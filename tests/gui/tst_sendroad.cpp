@@ -279,6 +279,45 @@ private slots:
         QVERIFY(main()->isVisible());
     }
 
+    // With the sender identity on and no sender given, each part asks before it goes; No sends
+    // nothing of that part, and a send of which nothing went keeps its guard timer.
+    void missingSenderIsAskedForEachPart_data()
+    {
+        QTest::addColumn<bool>("first");
+        QTest::addColumn<bool>("second");
+        QTest::newRow("No, No") << false << false;
+        QTest::newRow("Yes, No") << true << false;
+        QTest::newRow("Yes, Yes") << true << true;
+    }
+
+    void missingSenderIsAskedForEachPart()
+    {
+        QFETCH(bool, first);
+        QFETCH(bool, second);
+        Options().setIsAbsenderkennung(true);
+        Options().setAbsenderkennung(QString());
+        open();
+        MessageBoxScript boxes;
+        for (const bool yes : { first, second })
+            boxes.answer(yes ? MessageBox::Answer::Yes : MessageBox::Answer::No);
+        const int sent = int(first) + int(second);
+        for (int i = 0; i < sent; ++i)
+            boxes.answer(MessageBox::Answer::Ok);
+        m_harness.fill(u"G171"_s, u"1234567"_s, QString(160, u'a') + u'b');
+        main()->tbSend_Click();
+        QTRY_COMPARE(boxes.count(), 2 + sent);
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(boxes.shown().at(i).title, u"Kein Absendername vorhanden"_s);
+            QCOMPARE(boxes.shown().at(i).text,
+                     u"Sie haben keinen Absender eingegeben, soll die Nachricht\r\ndennoch versendet werden?"_s);
+        }
+        const QStringList bodies = m_harness.bodies(SendPath);
+        QCOMPARE(bodies.size(), sent);
+        if (first)
+            QVERIFY(bodies.at(0).contains(u"&text="_s + QString(160, u'a') + u'&'));
+        QCOMPARE(main()->findChild<QTimer*>(u"tm"_s)->isActive(), sent == 0);
+    }
+
     // With the sender identity on, replies switch it off, and so does its own panel.
     void senderIdentityGoesOff_data()
     {
