@@ -289,11 +289,13 @@ void frmMain::refreshCredits()
         = ok ? GatewayAnswer::readBalance(text) : GatewayAnswer::noInternetBalance();
     lblCredits->setText(state.caption);
     lblCredits->setEnabled(state.enabled);
+    // The colour of an enabled label; a disabled one ("nicht angemeldet") is drawn greyed.
     QPalette palette = lblCredits->palette();
-    palette.setColor(QPalette::WindowText,
-                     state.colour == GatewayAnswer::CreditsColour::DarkRed
-                         ? QColor(192, 0, 0)
-                         : this->palette().color(QPalette::ButtonText));
+    const QColor colour = state.colour == GatewayAnswer::CreditsColour::DarkRed
+        ? QColor(192, 0, 0)
+        : this->palette().color(QPalette::ButtonText);
+    for (const QPalette::ColorGroup group : { QPalette::Active, QPalette::Inactive })
+        palette.setColor(group, QPalette::WindowText, colour);
     lblCredits->setPalette(palette);
     lblBuyCredits->setVisible(state.buyCreditsVisible);
     credits = state.credits;

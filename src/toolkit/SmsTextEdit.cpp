@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SmsTextEdit.h"
 
+#include <QDropEvent>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
 
@@ -89,4 +91,31 @@ void SmsTextEdit::keyPressEvent(QKeyEvent* event)
         }
     }
     QPlainTextEdit::keyPressEvent(event);
+}
+
+void SmsTextEdit::dropEvent(QDropEvent* event)
+{
+    if (!event->mimeData() || !event->mimeData()->hasText()) {
+        QPlainTextEdit::dropEvent(event);
+        return;
+    }
+    replaceSelection(event->mimeData()->text());
+    event->acceptProposedAction();
+}
+
+void SmsTextEdit::inputMethodEvent(QInputMethodEvent* event)
+{
+    QString commit = event->commitString();
+    for (const QChar dropped : std::as_const(m_droppedKeys))
+        commit.remove(dropped);
+    if (event->replacementLength() == 0)
+        commit = fitted(commit);
+    if (commit == event->commitString()) {
+        QPlainTextEdit::inputMethodEvent(event);
+        return;
+    }
+    QInputMethodEvent filtered(event->preeditString(), event->attributes());
+    filtered.setCommitString(commit, event->replacementStart(), event->replacementLength());
+    QPlainTextEdit::inputMethodEvent(&filtered);
+    event->accept();
 }

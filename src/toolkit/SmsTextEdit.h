@@ -20,7 +20,8 @@ public:
     int maxLength() const { return m_maxLength; }
     void setMaxLength(int length);
 
-    // Characters dropped when typed; pasted or dropped text keeps them.
+    // Characters dropped when typed, also when an input method composes them (a dead key and a
+    // blank); pasted or dropped text keeps them.
     void setDroppedKeys(const QString& characters) { m_droppedKeys = characters; }
 
     // Replaces the selection by the text, or inserts it at the caret.
@@ -28,7 +29,10 @@ public:
 
 protected:
     void insertFromMimeData(const QMimeData* source) override;
+    // Text dropped on the box replaces its selection, wherever it is dropped.
+    void dropEvent(QDropEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
 
 private:
     // The room left for inserted text when the selection is replaced, in CR LF characters.

@@ -13,8 +13,10 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QFile>
+#include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
@@ -225,6 +227,9 @@ private slots:
         QCOMPARE(shown("lblBuyCredits"), buyShown);
         QCOMPARE(main()->credits, buyShown ? 500 : -1);
         QCOMPARE(lblCredits->palette().color(QPalette::WindowText) == QColor(192, 0, 0), buyShown);
+        // Disabled, the caption is drawn greyed, as any disabled label.
+        QCOMPARE(lblCredits->palette().color(QPalette::Disabled, QPalette::WindowText),
+                 QApplication::palette().color(QPalette::Disabled, QPalette::WindowText));
     }
 
     void balanceTimerAsksEveryEleventhTick()
@@ -354,10 +359,27 @@ private slots:
         txtSMS->setFocus();
         QTest::keyClicks(txtSMS, u"a'\"`´\\b"_s);
         QCOMPARE(txtSMS->text(), u"ab"_s);
+        // Composed by the input method (a dead key, then a blank), they are dropped too.
+        for (const QString& composed : { u"´"_s, u"`"_s, u"é"_s }) {
+            QInputMethodEvent event;
+            event.setCommitString(composed);
+            QApplication::sendEvent(txtSMS, &event);
+        }
+        QCOMPARE(txtSMS->text(), u"abé"_s);
         QApplication::clipboard()->setText(u"\""_s);
         txtSMS->paste();
-        QCOMPARE(txtSMS->text(), u"ab\""_s);
-        QCOMPARE(child<QLineEdit>("txtZeichen")->text(), u"4"_s);
+        QCOMPARE(txtSMS->text(), u"abé\""_s);
+        QCOMPARE(child<QLineEdit>("txtZeichen")->text(), u"5"_s);
+        // Text dropped anywhere on the box replaces its selection.
+        txtSMS->selectAll();
+        QMimeData dragged;
+        dragged.setText(u"Über'"_s);
+        const QPoint at(txtSMS->viewport()->width() - 2, 2);
+        QDragEnterEvent enter(at, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(txtSMS->viewport(), &enter);
+        QDropEvent drop(at, Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(txtSMS->viewport(), &drop);
+        QCOMPARE(txtSMS->text(), u"Über'"_s);
         // The placeholder buttons, hidden in single mode, replace the selection.
         QVERIFY(!shown("boxVariablesToolbar"));
         txtSMS->setText(u"Hallo Welt"_s);
