@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ToolRegistry.h"
 
+#include "tools.h"
+
 #include <QFile>
 #include <QSettings>
 
 #include <memory>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 namespace ToolRegistry {
 namespace {
@@ -44,18 +50,26 @@ std::unique_ptr<QSettings> openStore(const QString& keyPath)
 #endif
 }
 
-// A key exists when it holds a value or a subkey, or was created and marked so.
+#ifdef Q_OS_WIN
+HKEY hiveKey(quint32 hive)
+{
+    // The predefined keys are sign-extended handles: HKEY_CURRENT_USER is 0x80000001 as a LONG.
+    return reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(static_cast<LONG>(hive)));
+}
+
+const wchar_t* wide(const QString& text)
+{
+    return reinterpret_cast<const wchar_t*>(text.utf16());
+}
+#else
+// In a settings file a key exists when it holds a value or a subkey, or was created and marked so.
 bool keyExists(QSettings& settings)
 {
-#ifdef Q_OS_WIN
-    return !settings.childKeys().isEmpty() || !settings.childGroups().isEmpty()
-        || settings.status() == QSettings::NoError;
-#else
     if (settings.group().isEmpty())
         return true;
     return !settings.childKeys().isEmpty() || !settings.childGroups().isEmpty();
-#endif
 }
+#endif
 
 // The store holds a password in plain text: on POSIX only its owner may read it.
 void restrictToOwner(QSettings& settings)
@@ -97,7 +111,8 @@ QString GetRegString(const QString& keyPath, const QString& valueName, quint32 h
 bool SaveRegString(const QString& keyPath, const QString& valueName, const QString& text, quint32 hive)
 {
     const auto settings = openStore(keyPath);
-    if (text.trimmed().isEmpty()) {
+    // Only blanks count: a text of line breaks is stored.
+    if (tools::TrimBlanks(text).isEmpty()) {
         // A removal never creates a key.
         if (!settings->contains(valueName))
             return false;
@@ -106,7 +121,7 @@ bool SaveRegString(const QString& keyPath, const QString& valueName, const QStri
     }
 #ifdef Q_OS_WIN
     // The registry needs the key before a value can go in; a settings file makes it on write.
-    if (!keyExists(*settings) && CreateRegKey(keyPath, hive) == 0)
+    if (CreateRegKey(keyPath, hive) == 0)
         return false;
 #else
     Q_UNUSED(hive);
@@ -131,13 +146,21 @@ bool SaveRegBool(const QString& keyPath, const QString& valueName, qint16 value)
 
 int CreateRegKey(const QString& keyPath, quint32 hive)
 {
+#ifdef Q_OS_WIN
+    HKEY key = nullptr;
+    DWORD disposition = 0;
+    if (RegCreateKeyExW(hiveKey(hive), wide(keyPath), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &key,
+                        &disposition)
+        != ERROR_SUCCESS)
+        return 0;
+    RegCloseKey(key);
+    // REG_CREATED_NEW_KEY (1) or REG_OPENED_EXISTING_KEY (2).
+    return int(disposition);
+#else
     Q_UNUSED(hive);
     const auto settings = openStore(keyPath);
     if (keyExists(*settings))
         return 2;
-#ifdef Q_OS_WIN
-    return 1;
-#else
     settings->setValue(QString::fromUtf16(KeyMarker), QString());
     return finish(*settings) ? 1 : 0;
 #endif

@@ -29,6 +29,9 @@ private slots:
         QVERIFY(SaveRegString(root + u"\\MRU"_s, u"1"_s, u"  Anna;G171-123  "_s));
         QCOMPARE(TestStore::raw(u"1"_s, u"MRU"_s), u"  Anna;G171-123  "_s);
         QCOMPARE(GetRegString(root + u"\\MRU"_s, u"1"_s), u"  Anna;G171-123  "_s);
+        // Only blanks count as empty: a text of line breaks is a text.
+        QVERIFY(SaveRegString(root, u"lastText"_s, u"\r\n"_s));
+        QCOMPARE(TestStore::raw(u"lastText"_s), u"\r\n"_s);
     }
 
     void blankTextRemoves_data()
