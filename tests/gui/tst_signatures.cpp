@@ -92,6 +92,19 @@ private slots:
         txtSMS->setText(u"Hallo "_s);
         emit list()->itemDoubleClicked(list()->item(0));
         QCOMPARE(txtSMS->text(), u"Hallo MfG"_s);
+
+        // Esc discards what was typed, as the frame's close box does.
+        bool closed = false;
+        onNextModal([&closed](QWidget* window) {
+            auto* text = in<SmsTextEdit>(window, "txtSignatur");
+            text->setFocus();
+            QTest::keyClicks(text, u" verworfen"_s);
+            QTest::keyClick(text, Qt::Key_Escape);
+            closed = !window->isVisible();
+        });
+        click("tbEditSignature");
+        QVERIFY(closed);
+        QCOMPARE(list()->item(0)->text(), u"MfG"_s);
     }
 };
 
