@@ -6,6 +6,7 @@
 #include "sending/MessageSize.h"
 #include "toolkit/FieldColors.h"
 #include "toolkit/PaneHeading.h"
+#include "toolkit/VbColor.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -140,6 +141,8 @@ void OptionsSendingPane::cbVarAbsender_Click()
     const bool on = cbVarAbsender->isChecked();
     lblAbsName->setEnabled(on);
     txtAbsender->setEnabled(on);
+    // Off, the field stands greyed in the button face; on, it has the window colour of a field.
+    FieldColors::setBackground(txtAbsender, on ? QColor() : VbColor::toQColor(VbColor::SystemButtonFace));
     if (on) {
         chkSmsAntwort->setEnabled(false);
         chkSmsAntwort->setChecked(false);

@@ -36,13 +36,7 @@ OptionsWebPane::OptionsWebPane(const Names& names, const QString& heading, const
     browser->hide();
     layout->addWidget(browser, 1);
 
-    connect(browser, &WebView::documentComplete, this, [this] {
-        mAni2::stopAnimation(ani);
-        ani->hide();
-        // The page takes the place of the loading text.
-        loadingLabel->hide();
-        browser->show();
-    });
+    connect(browser, &WebView::documentComplete, this, &OptionsWebPane::showBrowser);
     // The navigation goes ahead; the dialog closes around it.
     connect(browser, &WebView::beforeNavigate, this, [this](const QString& url, bool*) {
         if (url.contains(QStringLiteral("close://")))
@@ -61,4 +55,16 @@ void OptionsWebPane::load(const QString& url)
     loadingLabel->show();
     mAni2::startAnimation(ani, OptionsClip);
     browser->navigate(url);
+    // Without the web engine no page comes; the view says why, instead of a wait without end.
+    if (!browser->canShowPages())
+        showBrowser();
+}
+
+void OptionsWebPane::showBrowser()
+{
+    mAni2::stopAnimation(ani);
+    ani->hide();
+    // The page takes the place of the loading text.
+    loadingLabel->hide();
+    browser->show();
 }

@@ -37,4 +37,8 @@ public:
 signals:
     // The page followed a "close://" link.
     void closeRequested();
+
+private:
+    // The page (or the view's word that there is none) in place of the loading text and clip.
+    void showBrowser();
 };

@@ -255,31 +255,60 @@ void frmOptionen::highlight(const QString& number)
         m_treeButtons[size_t(i)]->setThemedBackColor(QString::number(i + 1) == number ? Highlighted : Qt::white);
 }
 
+namespace {
+// The dialog that is open, if one is: there is never a second, so that OK in an older one can't
+// write back values a newer one has changed.
+QPointer<frmOptionen>& openDialog()
+{
+    static QPointer<frmOptionen> dialog;
+    return dialog;
+}
+} // namespace
+
+void frmOptionen::showOn(QWidget* owner, const QString& number, const QString& highlighted, bool modal)
+{
+    QPointer<frmOptionen>& dialog = openDialog();
+    const bool reused = !dialog.isNull();
+    if (!reused) {
+        dialog = new frmOptionen(owner); // deleted when it closes
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    dialog->selectPane(number);
+    if (!highlighted.isEmpty())
+        dialog->highlight(highlighted);
+    if (!modal) {
+        dialog->show();
+        dialog->raise();
+        dialog->activateWindow();
+        return;
+    }
+    if (reused && dialog->isModal()) {
+        // Already shown modally further up: it only comes to the front.
+        dialog->raise();
+        dialog->activateWindow();
+        return;
+    }
+    // A dialog open without modality becomes modal for as long as this call waits for it.
+    dialog->hide();
+    dialog->exec();
+}
+
 void frmOptionen::showModal(QWidget* owner)
 {
-    frmOptionen dialog(owner);
-    dialog.exec();
+    showOn(owner, QStringLiteral("1"), QStringLiteral("1"), true);
 }
 
 void frmOptionen::showBuyCredits(QWidget* owner)
 {
-    frmOptionen dialog(owner);
-    dialog.selectPane(QStringLiteral("3"));
-    dialog.exec();
+    showOn(owner, QStringLiteral("3"), QString(), true);
 }
 
 void frmOptionen::showOptionen(QWidget* owner)
 {
-    auto* dialog = new frmOptionen(owner); // closes itself
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->show();
-    dialog->selectPane(QStringLiteral("2"));
+    showOn(owner, QStringLiteral("2"), QString(), false);
 }
 
 void frmOptionen::showOptionTerminversand(QWidget* owner)
 {
-    frmOptionen dialog(owner);
-    dialog.selectPane(QStringLiteral("4"));
-    dialog.highlight(QStringLiteral("4"));
-    dialog.exec();
+    showOn(owner, QStringLiteral("4"), QStringLiteral("4"), true);
 }

@@ -27,6 +27,8 @@ public:
     explicit frmOptionen(QWidget* owner);
     ~frmOptionen() override;
 
+    // There is one dialog at a time: each of these shows the one that is open, if one is, on the
+    // pane asked for.
     // Modal over owner, on pane "1".
     static void showModal(QWidget* owner);
     // Modal, on the shop; the highlight stays on "Kontodaten".
@@ -53,6 +55,9 @@ public:
     OptionsAddressBookPane* boxOutlookIntegration;
 
 private:
+    // Shows the open dialog or a new one on pane number; highlighted, unless empty, gets the
+    // highlight; modal waits until it is closed.
+    static void showOn(QWidget* owner, const QString& number, const QString& highlighted, bool modal);
     void buildControls();
     void LoadFromOptions();
     void SaveToOptions();

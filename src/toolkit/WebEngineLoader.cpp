@@ -23,6 +23,7 @@ struct State
     WebEngineFactory* factory = nullptr;
     bool tried = false;
     QString error;
+    std::optional<QStringList> foldersForTesting;
 };
 
 State& state()
@@ -35,6 +36,8 @@ State& state()
 // the build tree.
 QStringList folders()
 {
+    if (state().foldersForTesting)
+        return *state().foldersForTesting;
     const QDir program(QCoreApplication::applicationDirPath());
     return { program.path(), program.filePath(QStringLiteral(QUELLBOTE_WEBENGINE_INSTALL_DIR)),
              QStringLiteral(QUELLBOTE_WEBENGINE_BUILD_DIR) };
@@ -78,5 +81,14 @@ WebEngineFactory* factory()
 QString errorString()
 {
     return state().error;
+}
+
+void setFoldersForTesting(const std::optional<QStringList>& folders)
+{
+    State& s = state();
+    s.foldersForTesting = folders;
+    s.tried = false;
+    s.factory = nullptr;
+    s.error.clear();
 }
 } // namespace WebEngineLoader

@@ -3,6 +3,9 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
+
+#include <optional>
 
 class WebEngineFactory;
 
@@ -10,4 +13,7 @@ namespace WebEngineLoader {
 // The module's factory, or nullptr when the module can't be loaded (errorString() says why).
 WebEngineFactory* factory();
 QString errorString();
+// Tests look for the module in these folders only (none: where the program looks), as if it had
+// not been looked for yet.
+void setFoldersForTesting(const std::optional<QStringList>& folders);
 } // namespace WebEngineLoader

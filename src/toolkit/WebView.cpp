@@ -84,6 +84,11 @@ void WebView::setContextMenuEnabled(bool enabled)
         m_engine->setContextMenuEnabled(enabled);
 }
 
+bool WebView::canShowPages()
+{
+    return engine() != nullptr;
+}
+
 QString WebView::currentUrl() const
 {
     return m_engine ? m_engine->url() : QString();

@@ -20,6 +20,8 @@ public:
     void navigate(const QString& url);
     void setContextMenuEnabled(bool enabled);
     QString currentUrl() const;
+    // Whether pages can be shown; without the web engine the view says why in their place.
+    bool canShowPages();
 
     // Hands a pseudo-address ("telefon://", "gruppe://", "close://", "http://gruppe//") to the
     // window as the page wrote it; it never loads.

@@ -1,17 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
+#include "ModalWindows.h"
 #include "TestStore.h"
+#include "settings/OptionsAccountPane.h"
 #include "settings/OptionsSendingPane.h"
+#include "settings/OptionsWebPane.h"
 #include "settings/cOptionen.h"
 #include "settings/frmOptionen.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
+#include "toolkit/WebEngineLoader.h"
+#include "toolkit/WebView.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <QUrlQuery>
@@ -40,7 +47,14 @@ private slots:
         dialog.show();
         QVERIFY(!dialog.cmdApply->isEnabled());
         in<ToolbarButton>(&dialog, "tbVersandoperationen")->click();
+        // Off, the sender's field stands greyed in the button face; on, it has a field's colour.
+        auto* txtAbsender = in<QLineEdit>(&dialog, "txtAbsender");
+        const auto background = [txtAbsender] {
+            return txtAbsender->grab().toImage().pixelColor(txtAbsender->width() / 2, txtAbsender->height() / 2);
+        };
+        QCOMPARE(background(), QApplication::palette().color(QPalette::Button));
         in<QCheckBox>(&dialog, "cbVarAbsender")->click();
+        QCOMPARE(background(), QApplication::palette().color(QPalette::Base));
         in<QLineEdit>(&dialog, "txtAbsender")->setText(u"Tarnholt"_s);
         QVERIFY(!in<QCheckBox>(&dialog, "chkSmsAntwort")->isEnabled());
         QCOMPARE(in<QLabel>(&dialog, "lblKosten")->text(), u"14 Credits"_s);
@@ -87,6 +101,46 @@ private slots:
         QCOMPARE(shop, u"email=demo@quellbote.test&passwort=K%E4se%20%26%201%80&backcolor="_s + colour);
         QCOMPARE(query(u"/terminversand/deleteSMS.php"_s),
                  u"email=demo@quellbote.test&kennwort=K%E4se%20%26%201%80&backcolor="_s + colour);
+    }
+
+    // One dialog at a time: a second way in shows the open one on its own pane, so that OK in an
+    // older one never writes back what a newer one changed.
+    void oneDialogAtATime()
+    {
+        frmOptionen::showOptionen(m_harness.main());
+        QPointer<frmOptionen> first = m_harness.main()->window()->findChild<frmOptionen*>();
+        QVERIFY(first && first->isVisible() && !first->isModal());
+        QVERIFY(first->boxVersandoptionen->isVisible());
+        const QWidget* const firstWindow = first;
+        QWidget* shown = nullptr;
+        bool accountPane = false;
+        onNextModal([&](QWidget* modal) {
+            shown = modal;
+            accountPane = first->boxKontodaten->isVisible();
+            first->cmdCancel->click();
+        });
+        m_harness.child<ToolbarButton>("tbOptions")->click();
+        QCOMPARE(shown, firstWindow);
+        QVERIFY(accountPane);
+        QTRY_VERIFY(!first);
+        QCOMPARE(m_harness.main()->findChildren<frmOptionen*>().size(), 0);
+    }
+
+    // Without the web engine module the shop and the job list say so instead of loading forever.
+    void webPanesSayWhenTheEngineIsMissing()
+    {
+        WebEngineLoader::setFoldersForTesting(QStringList { m_harness.folder() });
+        frmOptionen dialog(m_harness.main());
+        dialog.show();
+        for (const auto& [button, pane] : { std::pair { "tbCreditsKaufen", dialog.boxBuySMS },
+                                            std::pair { "tbTerminversand", dialog.boxTerminversand } }) {
+            in<ToolbarButton>(&dialog, button)->click();
+            auto* missing = pane->findChild<QLabel*>(u"lblWebViewMissing"_s);
+            QVERIFY(missing && missing->isVisible());
+            QVERIFY(missing->text().startsWith(u"Die Webseite kann nicht angezeigt werden"_s));
+            QVERIFY(!pane->loadingLabel->isVisible() && !pane->ani->isVisible());
+        }
+        WebEngineLoader::setFoldersForTesting({});
     }
 
     // The first hand-off of a session: the box that it went, or only the message that it didn't.
