@@ -16,7 +16,9 @@ function(add_quellbote_test)
     endif()
     target_link_libraries(${ARG_NAME} PRIVATE Qt6::Test quellbote_warnings ${ARG_LIBS})
     add_test(NAME ${ARG_NAME} COMMAND ${ARG_NAME})
-    set(env "LC_ALL=C.UTF-8" "LANG=C.UTF-8" "TZ=Europe/Berlin" "QT_QPA_PLATFORM=offscreen")
+    # Window tests see one screen of 1600 x 1000 pixels, an ordinary office screen.
+    set(env "LC_ALL=C.UTF-8" "LANG=C.UTF-8" "TZ=Europe/Berlin"
+        "QT_QPA_PLATFORM=offscreen:configfile=${CMAKE_SOURCE_DIR}/tests/support/offscreen-screen.json")
     if(ARG_GUI)
         # The web engine runs without its sandbox (which refuses root) and without a GPU.
         list(APPEND env "QTWEBENGINE_DISABLE_SANDBOX=1"

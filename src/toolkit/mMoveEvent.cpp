@@ -3,6 +3,7 @@
 
 #include <QEvent>
 #include <QPointer>
+#include <QScreen>
 #include <QWidget>
 
 namespace mMoveEvent {
@@ -69,7 +70,16 @@ void placeBeside(const QWidget* mainWindow, QWidget* sideWindow)
 {
     // Positions of windows include their frames, as the user sees them.
     const QRect frame = mainWindow->frameGeometry();
-    sideWindow->move(frame.left() + frame.width(), frame.top());
+    QPoint at(frame.left() + frame.width(), frame.top());
+    // Where the place beside doesn't fit on the screen, the side window stays whole on it, as
+    // near to that place as it can be, and goes on following.
+    if (const QScreen* screen = mainWindow->screen()) {
+        const QRect area = screen->availableGeometry();
+        const QSize size = sideWindow->frameGeometry().size();
+        at.setX(qMax(area.left(), qMin(at.x(), area.left() + area.width() - size.width())));
+        at.setY(qMax(area.top(), qMin(at.y(), area.top() + area.height() - size.height())));
+    }
+    sideWindow->move(at);
 }
 
 } // namespace mMoveEvent

@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QScreen>
 #include <QTableView>
 #include <QTest>
 
@@ -216,11 +217,29 @@ private slots:
         QCOMPARE(m_window->table().rows().at(1).Nummer, u"00491607654321"_s);
     }
 
+    // At the main window's right edge where it fits on the screen (1600 pixels wide); where it
+    // doesn't, as a first start centres the main window, at the screen's right edge, whole.
+    void sideWindowFollowsTheMainWindow_data()
+    {
+        QTest::addColumn<int>("mainLeft");
+        QTest::addColumn<bool>("fits");
+        QTest::newRow("room beside") << 20 << true;
+        QTest::newRow("centred, no room beside") << -1 << false;
+    }
+
     void sideWindowFollowsTheMainWindow()
     {
+        QFETCH(int, mainLeft);
+        QFETCH(bool, fits);
         frmMain* main = m_harness.main();
-        main->move(main->pos() + QPoint(37, 21));
-        QTRY_COMPARE(m_window->pos(), QPoint(main->frameGeometry().right() + 1, main->frameGeometry().top()));
+        const QRect screen = main->screen()->availableGeometry();
+        main->move(mainLeft >= 0 ? mainLeft : (screen.width() - main->frameGeometry().width()) / 2, 120);
+        main->move(main->pos() + QPoint(0, 21));
+        const QRect frame = main->frameGeometry();
+        QTRY_COMPARE(m_window->frameGeometry().top(), frame.top());
+        QCOMPARE(m_window->frameGeometry().left(),
+                 fits ? frame.right() + 1 : screen.right() + 1 - m_window->frameGeometry().width());
+        QVERIFY(screen.contains(m_window->frameGeometry()));
         m_harness.child<ToolbarButton>("tbMultiSMS")->click();
         QVERIFY(!m_window->isVisible());
         m_window->table().addRow(u"Bleibt"_s, u"0049"_s, {}, {});
