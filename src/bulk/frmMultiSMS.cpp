@@ -21,6 +21,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QIcon>
+#include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -30,13 +31,21 @@
 
 namespace {
 
+// A key of a tool bar; a Tab stop like any button, its shortcut named in its tooltip.
 QAction* key(QToolBar* bar, const char* name, const QString& caption, const QString& picture,
-             const QString& tooltip = QString())
+             const QString& tooltip = QString(), const QString& shortcutText = QString())
 {
     QAction* action = bar->addAction(QIcon(picture), caption);
     action->setObjectName(QLatin1String(name));
-    action->setToolTip(tooltip.isEmpty() ? caption : tooltip);
+    const QString tip = tooltip.isEmpty() ? caption : tooltip;
+    action->setToolTip(shortcutText.isEmpty() ? tip : tip + QStringLiteral(" (") + shortcutText + u')');
+    bar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     return action;
+}
+
+QString shortcutText(QKeySequence::StandardKey key)
+{
+    return QKeySequence(key).toString(QKeySequence::NativeText);
 }
 } // namespace
 
@@ -83,13 +92,16 @@ void frmMultiSMS::buildControls()
     toolBar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     toolBar->setIconSize(QSize(24, 24));
     keyNew = key(toolBar, "new", QStringLiteral("Neu"), QStringLiteral(":/pictures/new.svg"),
-                 QStringLiteral("Erstellt eine neue Datendatei."));
+                 QStringLiteral("Erstellt eine neue Datendatei."), shortcutText(QKeySequence::New));
+    keyNew->setShortcut(QKeySequence::New);
     keyOpen = key(toolBar, "open", QStringLiteral("Öffnen"), QStringLiteral(":/pictures/open.svg"),
-                  QStringLiteral("Öffnet eine bereits vorhandene Datendatei."));
+                  QStringLiteral("Öffnet eine bereits vorhandene Datendatei."), shortcutText(QKeySequence::Open));
+    keyOpen->setShortcut(QKeySequence::Open);
     keyOpenWeb = key(toolBar, "openWeb", QStringLiteral("Gruppe öffnen"), QStringLiteral(":/pictures/webgroup.svg"),
                      QStringLiteral("Öffnet eine Gruppe aus dem Internet Telefonbuch."));
     keySave = key(toolBar, "save", QStringLiteral("Speichern"), QStringLiteral(":/pictures/save.svg"),
-                  QStringLiteral("Speichert die aktuelle Datendatei."));
+                  QStringLiteral("Speichert die aktuelle Datendatei."), shortcutText(QKeySequence::Save));
+    keySave->setShortcut(QKeySequence::Save);
     layout->addWidget(toolBar);
 
     lvData = new QTableView(this);
@@ -134,10 +146,13 @@ void frmMultiSMS::buildControls()
     tbEdit->setOrientation(Qt::Vertical);
     tbEdit->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     tbEdit->setIconSize(QSize(20, 20));
-    keyAdd = key(tbEdit, "add", QStringLiteral("Hinzufügen"), QStringLiteral(":/pictures/add.svg"));
+    const QString inFields = QStringLiteral("Eingabetaste in den Feldern");
+    keyAdd
+        = key(tbEdit, "add", QStringLiteral("Hinzufügen"), QStringLiteral(":/pictures/add.svg"), QString(), inFields);
     // "ok" takes the place of "add" while a row is edited.
-    keyOk = key(tbEdit, "ok", QStringLiteral("Übernehmen"), QStringLiteral(":/pictures/ok.svg"));
-    keyDelete = key(tbEdit, "delete", QStringLiteral("Löschen"), QStringLiteral(":/pictures/delete.svg"));
+    keyOk = key(tbEdit, "ok", QStringLiteral("Übernehmen"), QStringLiteral(":/pictures/ok.svg"), QString(), inFields);
+    keyDelete = key(tbEdit, "delete", QStringLiteral("Löschen"), QStringLiteral(":/pictures/delete.svg"), QString(),
+                    QStringLiteral("Entf in der Liste"));
     keyAddressBook = key(tbEdit, "addressbook", QStringLiteral("Adressbuch"), QStringLiteral(":/pictures/user.svg"),
                          QStringLiteral("Übernimmt Empfänger aus dem Adressbuch."));
     entry->addWidget(tbEdit, 0, Qt::AlignTop);
@@ -199,6 +214,19 @@ void frmMultiSMS::connectHandlers()
     connect(keyOk, &QAction::triggered, this, &frmMultiSMS::applyEdit);
     connect(keyDelete, &QAction::triggered, this, &frmMultiSMS::deleteEntry);
     connect(keyAddressBook, &QAction::triggered, this, &frmMultiSMS::addFromAddressBook);
+    // Entf deletes the selected row while the list has the focus; in a field it deletes text.
+    keyDelete->setShortcut(QKeySequence::Delete);
+    keyDelete->setShortcutContext(Qt::WidgetShortcut);
+    lvData->addAction(keyDelete);
+    // Enter in a field takes the entry, as "Hinzufügen" or, while a row is edited, "Übernehmen".
+    for (QLineEdit* field : { txtName, txtNummer, txtFrei1, txtFrei2 }) {
+        connect(field, &QLineEdit::returnPressed, this, [this] {
+            if (keyOk->isVisible())
+                applyEdit();
+            else
+                addEntry();
+        });
+    }
     connect(lvData, &QAbstractItemView::doubleClicked, this, &frmMultiSMS::lvData_DblClick);
     // The keyboard's way to a double-click.
     connect(lvData, &QAbstractItemView::activated, this, &frmMultiSMS::lvData_DblClick);

@@ -11,6 +11,7 @@
 #include "toolkit/WebView.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -18,8 +19,10 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScreen>
+#include <QSet>
 #include <QTableView>
 #include <QTest>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -107,6 +110,46 @@ private slots:
         QCOMPARE(widget->isEnabled(), true);
         QCOMPARE(widget->isVisible(), !placeholders);
         QCOMPARE(m_harness.child<QComboBox>("cmbName")->currentText(), QString());
+    }
+
+    // Everything the keys do can be done from the keyboard alone: Tab reaches every key, Enter in
+    // a field adds or takes over, Entf in the list deletes, Ctrl+N starts anew.
+    void keyboardAlone()
+    {
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window));
+        auto* txtName = in<QLineEdit>(m_window, "txtName");
+        txtName->setFocus();
+        QSet<QString> reached;
+        for (int i = 0; i < 40; ++i) {
+            if (auto* button = qobject_cast<QToolButton*>(QApplication::focusWidget()))
+                reached.insert(button->defaultAction()->objectName());
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        }
+        for (const char* name : { "new", "open", "openWeb", "save", "add", "delete", "addressbook" })
+            QVERIFY2(reached.contains(QString::fromLatin1(name)), name);
+
+        QTest::keyClicks(txtName, u"Anna"_s);
+        QTest::keyClicks(in<QLineEdit>(m_window, "txtNummer"), u"00491711"_s);
+        QTest::keyClick(in<QLineEdit>(m_window, "txtNummer"), Qt::Key_Return);
+        QCOMPARE(names(), QStringList { u"Anna"_s });
+        auto* list = in<QTableView>(m_window, "lvData");
+        list->setFocus();
+        select(0);
+        QTest::keyClick(list, Qt::Key_Return); // the row into the fields, as a double click
+        QTest::keyClicks(txtName, u"-Maria"_s);
+        QTest::keyClick(txtName, Qt::Key_Enter);
+        QCOMPARE(names(), QStringList { u"Anna-Maria"_s });
+        QTest::keyClick(txtName, Qt::Key_Delete); // in a field it stays a key of the field
+        QCOMPARE(names(), QStringList { u"Anna-Maria"_s });
+        select(0);
+        QTest::keyClick(list, Qt::Key_Delete);
+        QVERIFY(names().isEmpty());
+        MessageBoxScript boxes;
+        boxes.answer(MessageBox::Answer::No);
+        QTest::keyClick(list, Qt::Key_N, Qt::ControlModifier);
+        QCOMPARE(boxes.count(), 1);
+        QVERIFY(in<QAction>(m_window, "new")->toolTip().endsWith(u"(Ctrl+N)"_s));
     }
 
     // Adding, editing and deleting as such are pressed through in the accessibility test.
