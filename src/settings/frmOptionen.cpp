@@ -230,6 +230,9 @@ void frmOptionen::selectPane(const QString& number)
     cmdSave->show();
     cmdCancel->show();
     cmdApply->show();
+    // The button of the pane shown is the chosen one, which a screen reader says.
+    for (int i = 0; i < int(m_treeButtons.size()); ++i)
+        m_treeButtons[size_t(i)]->setChosen(QString::number(i + 1) == number);
     QWidget* box = pane(number);
     if (!box)
         return;

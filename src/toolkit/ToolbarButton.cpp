@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ToolbarButton.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -178,7 +180,69 @@ bool ToolbarButton::hitButton(const QPoint& pos) const
     return isDown() || rect().contains(pos);
 }
 
+namespace {
+// What a screen reader is told of a TreeButton: a button that is pressed while it is the chosen
+// one, whose one action is a click.
+class AccessibleTreeButton : public QAccessibleWidget
+{
+public:
+    explicit AccessibleTreeButton(TreeButton* button)
+        : QAccessibleWidget(button, QAccessible::Button)
+    {
+    }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State s = QAccessibleWidget::state();
+        s.checkable = true;
+        s.checked = button()->isChosen();
+        s.pressed = button()->isDown();
+        return s;
+    }
+    QString text(QAccessible::Text t) const override
+    {
+        return t == QAccessible::Name && button()->accessibleName().isEmpty() ? button()->text()
+                                                                              : QAccessibleWidget::text(t);
+    }
+    QStringList actionNames() const override
+    {
+        return button()->isEnabled() ? QStringList { pressAction() } : QStringList();
+    }
+    void doAction(const QString& action) override
+    {
+        if (action == pressAction() && button()->isEnabled())
+            button()->animateClick();
+    }
+
+private:
+    TreeButton* button() const { return static_cast<TreeButton*>(widget()); }
+};
+
+QAccessibleInterface* treeButtonFactory(const QString& className, QObject* object)
+{
+    if (className == u"TreeButton" && object && object->isWidgetType())
+        return new AccessibleTreeButton(static_cast<TreeButton*>(object));
+    return nullptr;
+}
+} // namespace
+
 TreeButton::TreeButton(QWidget* parent)
     : ToolbarButton(Arrangement::PictureAbove, parent)
 {
+    static const bool installed = [] {
+        QAccessible::installFactory(treeButtonFactory);
+        return true;
+    }();
+    Q_UNUSED(installed);
+}
+
+void TreeButton::setChosen(bool chosen)
+{
+    if (m_chosen == chosen)
+        return;
+    m_chosen = chosen;
+    QAccessible::State changed;
+    changed.checked = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
 }

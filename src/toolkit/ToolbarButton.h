@@ -58,10 +58,18 @@ private:
     bool m_hot = false;
 };
 
+// Also tells assistive technology which of a column of them is chosen: the chosen one is a
+// pressed toggle button, the others are not pressed; pressing one still clicks it.
 class TreeButton : public ToolbarButton
 {
     Q_OBJECT
 
 public:
     explicit TreeButton(QWidget* parent = nullptr);
+
+    bool isChosen() const { return m_chosen; }
+    void setChosen(bool chosen);
+
+private:
+    bool m_chosen = false;
 };

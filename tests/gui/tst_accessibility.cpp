@@ -166,6 +166,25 @@ private slots:
         QVERIFY2(nameless.isEmpty(), qPrintable(QStringLiteral("nameless: ") + nameless.join(QStringLiteral("; "))));
     }
 
+    // The pane buttons of the settings say which pane is shown, and pressing one shows its pane.
+    void settingsPaneButtonsSayWhichPaneIsShown()
+    {
+        frmOptionen dialog(m_harness.loadMain());
+        dialog.show();
+        const auto chosen = [&dialog] {
+            QStringList names;
+            visit(QAccessible::queryAccessibleInterface(&dialog), [&names](QAccessibleInterface* node) {
+                if (node->role() == QAccessible::Button && node->state().checked)
+                    names.append(node->text(QAccessible::Name));
+            });
+            return names;
+        };
+        QCOMPARE(chosen(), QStringList { QStringLiteral("Kontodaten") });
+        QVERIFY(act(&dialog, QStringLiteral("Proxy-Einstellungen")));
+        QTRY_COMPARE(chosen(), QStringList { QStringLiteral("Proxy-Einstellungen") });
+        QVERIFY(in<QWidget>(&dialog, "boxProxyConfiguration")->isVisible());
+    }
+
     void mainWindowControlsActLikeAClick_data()
     {
         // What the control did, as the observations below put it, separated by "|".
