@@ -68,15 +68,14 @@ void BulkRun::run(const RecipientTable* table, frmMultiSMSLog* log, const Host& 
             progressText = QStringLiteral("Wird abgebrochen bitte warten ...");
         } else {
             const RecipientRow r = rows->rows().at(row);
-            const QString message = RecipientText::rowText(host.messageText(), r.Name, r.Freitext1, r.Freitext2);
-            const std::optional<QString> number = RecipientText::rowNumber(r.Nummer);
-            if (!number) {
-                window->appendNote(
-                    QStringLiteral("!!!! Abbruch in Zeile %1 (%2): Die Rufnummer fehlt.").arg(row + 1).arg(r.Name));
+            const std::optional<RecipientText::RowMessage> message
+                = RecipientText::rowMessage(host.messageText(), r.Name, r.Nummer, r.Freitext1, r.Freitext2);
+            if (!message) {
+                window->appendNote(RecipientText::missingNumberNote(row + 1, r.Name));
                 break;
             }
             current() = row;
-            host.sendMessage(*number, message, r.Name);
+            host.sendMessage(message->number, message->text, message->name);
             if (!host.alive() || !window)
                 break;
             // A row whose request brought no answer isn't counted as sent.

@@ -2,6 +2,10 @@
 #include "xmlServer.h"
 
 #include "CMD5.h"
+#include "Version.h"
+#include "sending/GatewayRequest.h"
+#include "settings/ProductName.h"
+#include "settings/cOptionen.h"
 #include "toolkit/Codepage.h"
 
 #include <QDir>
@@ -130,6 +134,21 @@ WriteResult writeGroupJob(const QString& group, const QString& user, const QStri
                           const QString& targetFolder)
 {
     return write(groupDocument(group, user, to, from, text, name, version, secretKey), targetFolder);
+}
+
+WriteResult writeJob(const cOptionen& o, const QString& password, const QString& to, const QString& text)
+{
+    switch (GatewayRequest::serverWriter(o.XmlPfad(), o.xmlSingleUser(), o.xmlGroupUser())) {
+    case GatewayRequest::ServerWriter::SingleUser:
+        return writeSingleAccountJob(o.Username(), password, o.xmlUser(), to, o.Absenderkennung(), text, ProductName(),
+                                     Version::text(), o.XmlPfad());
+    case GatewayRequest::ServerWriter::GroupUser:
+        return writeGroupJob(o.xmlGroup(), o.xmlUser(), to, o.Absenderkennung(), text, ProductName(), Version::text(),
+                             o.xmlSecretKey(), o.XmlPfad());
+    case GatewayRequest::ServerWriter::None:
+        break;
+    }
+    return { true, {}, {} };
 }
 
 } // namespace xmlServer

@@ -8,6 +8,8 @@
 #include <QByteArray>
 #include <QString>
 
+class cOptionen;
+
 namespace xmlServer {
 
 // The outcome of a write: the file's path in the target folder, or what went wrong.
@@ -24,6 +26,11 @@ WriteResult writeSingleAccountJob(const QString& login, const QString& password,
 WriteResult writeGroupJob(const QString& group, const QString& user, const QString& to, const QString& from,
                           const QString& text, const QString& name, const QString& version, const QString& secretKey,
                           const QString& targetFolder);
+
+// The job file of one part as the program's settings ask for it: the single-account form, the
+// group form or, with neither chosen or a folder of fewer than three characters, none (which
+// counts as done, with no path). to is the number in international form with "00".
+WriteResult writeJob(const cOptionen& options, const QString& password, const QString& to, const QString& text);
 
 // The documents as written, for the two forms.
 QByteArray singleAccountDocument(const QString& login, const QString& password, const QString& user, const QString& to,

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "GatewayRequest.h"
 
+#include "Version.h"
+#include "settings/ProductName.h"
 #include "settings/cOptionen.h"
 #include "settings/tools.h"
 #include "toolkit/Codepage.h"
@@ -80,6 +82,28 @@ QString encodeText(const QString& text)
     encoded.replace(u'+', QStringLiteral("%2B"));
     encoded.replace(u' ', QStringLiteral("%20"));
     return encoded;
+}
+
+SendRequest requestFor(const cOptionen& options, const QString& sessionPassword, const QString& number,
+                       const QString& name, const QString& part, const QString& txtSMS, bool isMultiSMSMode,
+                       int chkPrivat, int chkPublic, const std::optional<Schedule>& pendingCronjob)
+{
+    SendRequest request;
+    request.Username = options.Username();
+    request.sessionPassword = sessionPassword;
+    request.number = number;
+    request.name = name;
+    request.isMultiSMSMode = isMultiSMSMode;
+    request.chkPrivat = chkPrivat;
+    request.chkPublic = chkPublic;
+    request.version = Version::text();
+    request.text = part;
+    request.txtSMS = txtSMS;
+    request.Absenderkennung = options.Absenderkennung();
+    request.options = MessageSize::smsOptionsOf(options);
+    request.productName = ProductName();
+    request.pendingCronjob = pendingCronjob;
+    return request;
 }
 
 bool isLongSms(const QString& text, const QString& txtSMS, const MessageSize::SmsOptions& options)

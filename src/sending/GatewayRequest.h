@@ -12,6 +12,8 @@
 
 #include <optional>
 
+class cOptionen;
+
 namespace GatewayRequest {
 
 // The outcome of validateInput: which fields to mark light red, and the texts to show.
@@ -67,6 +69,12 @@ struct SendRequest
     QString productName;
     std::optional<Schedule> pendingCronjob;
 };
+
+// The request of one part as the program's settings make it: account, sender and send options
+// from options, the product name and the program's version; the rest as the caller has it.
+SendRequest requestFor(const cOptionen& options, const QString& sessionPassword, const QString& number,
+                       const QString& name, const QString& part, const QString& txtSMS, bool isMultiSMSMode,
+                       int chkPrivat, int chkPublic, const std::optional<Schedule>& pendingCronjob);
 
 // "&long=true" exactly when the size of the part is 161 or more and long SMS applies.
 bool isLongSms(const QString& text, const QString& txtSMS, const MessageSize::SmsOptions& options);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "NumberRules.h"
 
+#include "Prefixes.h"
 #include "settings/tools.h"
 
 namespace NumberRules {
@@ -79,6 +80,35 @@ PhonebookNumber splitPhonebookNumber(const QString& number)
     QString whole = number;
     whole.remove(u'/');
     return { QStringLiteral("W"), whole, QString() };
+}
+
+TypedNumber splitTypedNumber(const QString& typed)
+{
+    QString number = typed;
+    number.remove(u' ');
+    number.remove(u'/');
+    if (number.startsWith(u'+'))
+        number.replace(0, 1, QStringLiteral("00"));
+    const bool international = number.startsWith(u"00");
+    if (!international && !number.startsWith(u'0'))
+        return { {}, number, {} };
+    // The longest prefix of the list that the number begins with, in the form it is written in.
+    TypedNumber found;
+    qsizetype longest = 0;
+    for (const PrefixEntry& entry : Prefixes::table()) {
+        if (entry.key == u"W")
+            continue;
+        const QString start = international ? countryCode(entry.key) + entry.key.mid(1) : entry.text;
+        if (start.size() > longest && number.startsWith(start)) {
+            longest = start.size();
+            found = { entry.key, number.mid(start.size()), {} };
+        }
+    }
+    if (longest > 0)
+        return found;
+    if (!international)
+        return { {}, number, {} };
+    return { QStringLiteral("W"), number, splitPhonebookNumber(number).countryWord };
 }
 
 UsedNumber splitUsedNumberTag(const QString& tag)

@@ -33,6 +33,21 @@ struct PhonebookNumber
 };
 PhonebookNumber splitPhonebookNumber(const QString& number);
 
+// A whole number as a user writes it, prefix and all ("0171 1234567", "01711234567",
+// "+49 171 1234567", "0043 664 1234567"), taken apart into the entry of cmbVorwahl and the rest
+// for txtNummer, as if chosen and typed in the main window. Blanks and "/" go, a leading "+"
+// stands for "00". A mobile prefix of the list is found by its longest match, written nationally
+// ("0171") or internationally ("0049171"). Any other number in international form is "W" with
+// the whole number; notMobileIn then names the country when its code is one of the list's. A
+// number with no prefix to choose gives an empty key.
+struct TypedNumber
+{
+    QString key;
+    QString rest;
+    QString notMobileIn; // "Deutschland", "Österreich", "die Schweiz"; empty otherwise
+};
+TypedNumber splitTypedNumber(const QString& typed);
+
 // An entry of the list of used numbers carries the tag "<key>-<number>". Older entries wrote
 // German keys with "V"; they read as "G".
 struct UsedNumber

@@ -16,4 +16,17 @@ QString rowText(const QString& txtSMS, const QString& Name, const QString& Freit
 // character. No number for an empty Nummer.
 std::optional<QString> rowNumber(const QString& Nummer);
 
+// What a bulk run sends to one row: its number, its text and its name.
+struct RowMessage
+{
+    QString number;
+    QString text;
+    QString name;
+};
+// For the row with those values; none when its number is empty, which ends the run there.
+std::optional<RowMessage> rowMessage(const QString& txtSMS, const QString& Name, const QString& Nummer,
+                                     const QString& Freitext1, const QString& Freitext2);
+// The log's line for a row that ends the run (row counted from 1).
+QString missingNumberNote(int row, const QString& Name);
+
 } // namespace RecipientText

@@ -151,21 +151,9 @@ void frmMain::submitMessage(const QString& number, const QString& text, const QS
             return;
         }
     }
-    GatewayRequest::SendRequest request;
-    request.Username = Options().Username();
-    request.sessionPassword = sessionPassword;
-    request.number = number;
-    request.name = name;
-    request.isMultiSMSMode = isMultiSMSMode;
-    request.chkPrivat = checkBoxValue(chkPrivat);
-    request.chkPublic = checkBoxValue(chkPublic);
-    request.version = Version::text();
-    request.text = text;
-    request.txtSMS = txtSMS->text();
-    request.Absenderkennung = Options().Absenderkennung();
-    request.options = MessageSize::smsOptionsOf(Options());
-    request.productName = ProductName();
-    request.pendingCronjob = pendingCronjob;
+    const GatewayRequest::SendRequest request
+        = GatewayRequest::requestFor(Options(), sessionPassword, number, name, text, txtSMS->text(), isMultiSMSMode,
+                                     checkBoxValue(chkPrivat), checkBoxValue(chkPublic), pendingCronjob);
     const QString body = GatewayRequest::requestBody(request);
 
     // Requests go out one after another: this one waits for the one before, while the window
@@ -183,20 +171,7 @@ void frmMain::submitMessage(const QString& number, const QString& text, const QS
 void frmMain::handOffToServer(const QString& number, const QString& text)
 {
     const cOptionen& o = Options();
-    xmlServer::WriteResult written { true, {}, {} };
-    switch (GatewayRequest::serverWriter(o.XmlPfad(), o.xmlSingleUser(), o.xmlGroupUser())) {
-    case GatewayRequest::ServerWriter::SingleUser:
-        written
-            = xmlServer::writeSingleAccountJob(o.Username(), sessionPassword, o.xmlUser(), number, o.Absenderkennung(),
-                                               text, ProductName(), Version::text(), o.XmlPfad());
-        break;
-    case GatewayRequest::ServerWriter::GroupUser:
-        written = xmlServer::writeGroupJob(o.xmlGroup(), o.xmlUser(), number, o.Absenderkennung(), text, ProductName(),
-                                           Version::text(), o.xmlSecretKey(), o.XmlPfad());
-        break;
-    case GatewayRequest::ServerWriter::None:
-        break;
-    }
+    const xmlServer::WriteResult written = xmlServer::writeJob(o, sessionPassword, number, text);
     const bool failed = !written.ok && !written.error.isEmpty();
     if (failed) {
         // Nothing is lost: the fields keep the message, and the user learns where it stuck; in a
