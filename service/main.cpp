@@ -4,9 +4,47 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QFile>
 #include <QHostAddress>
+#include <QSslCertificate>
+#include <QSslConfiguration>
+#include <QSslKey>
 
 #include <cstdio>
+
+namespace {
+// The server side of TLS: the certificate file (the server's certificate first, any chain after
+// it) and its unencrypted private key, RSA or EC, both PEM.
+bool tlsConfiguration(const QString& certificatePath, const QString& keyPath, QSslConfiguration* configuration,
+                      QString* error)
+{
+    const QList<QSslCertificate> chain = QSslCertificate::fromPath(certificatePath);
+    if (chain.isEmpty()) {
+        *error = QStringLiteral("no certificate in ") + certificatePath;
+        return false;
+    }
+    QFile keyFile(keyPath);
+    if (!keyFile.open(QIODevice::ReadOnly)) {
+        *error = QStringLiteral("cannot read ") + keyPath;
+        return false;
+    }
+    const QByteArray pem = keyFile.readAll();
+    QSslKey key;
+    for (const QSsl::KeyAlgorithm algorithm : { QSsl::Rsa, QSsl::Ec }) {
+        if (key.isNull())
+            key = QSslKey(pem, algorithm);
+    }
+    if (key.isNull()) {
+        *error = QStringLiteral("no RSA or EC private key in ") + keyPath;
+        return false;
+    }
+    *configuration = QSslConfiguration::defaultConfiguration();
+    configuration->setLocalCertificateChain(chain);
+    configuration->setPrivateKey(key);
+    configuration->setPeerVerifyMode(QSslSocket::VerifyNone);
+    return true;
+}
+} // namespace
 
 int main(int argc, char* argv[])
 {
@@ -29,8 +67,15 @@ int main(int argc, char* argv[])
     const QCommandLineOption fault(QStringLiteral("fault"),
                                    QStringLiteral("PATH=MODE: slow:MS, drop, http500, garbage, empty, none."),
                                    QStringLiteral("PATH=MODE"));
-    parser.addOptions({ port, accounts, journal, version, info, fault });
+    const QCommandLineOption tls(QStringLiteral("tls"), QStringLiteral("Serve HTTPS with the PEM files CERT and KEY."));
+    parser.addOptions({ port, accounts, journal, version, info, fault, tls });
+    parser.addPositionalArgument(QStringLiteral("CERT KEY"), QStringLiteral("With --tls: certificate and private key."),
+                                 QStringLiteral("[--tls CERT KEY]"));
     parser.process(app);
+    if (parser.positionalArguments().size() != (parser.isSet(tls) ? 2 : 0)) {
+        std::fprintf(stderr, "quellbote-service: --tls takes a certificate file and a key file\n");
+        return 2;
+    }
 
     Accounts data = Accounts::demo();
     if (parser.isSet(accounts)) {
@@ -48,12 +93,22 @@ int main(int argc, char* argv[])
             return 2;
         }
     }
+    if (parser.isSet(tls)) {
+        QSslConfiguration configuration;
+        QString error;
+        if (!tlsConfiguration(parser.positionalArguments().at(0), parser.positionalArguments().at(1), &configuration,
+                              &error)) {
+            std::fprintf(stderr, "quellbote-service: %s\n", qPrintable(error));
+            return 2;
+        }
+        service.sslSetup(configuration);
+    }
     const quint16 bound = service.listen(QHostAddress::LocalHost, quint16(parser.value(port).toUInt()));
     if (bound == 0) {
         std::fprintf(stderr, "quellbote-service: cannot listen on port %s\n", qPrintable(parser.value(port)));
         return 1;
     }
-    std::fprintf(stdout, "listening on http://127.0.0.1:%u\n", unsigned(bound));
+    std::fprintf(stdout, "listening on %s://127.0.0.1:%u\n", parser.isSet(tls) ? "https" : "http", unsigned(bound));
     std::fflush(stdout);
     return QCoreApplication::exec();
 }
