@@ -7,6 +7,8 @@
 #include <QNetworkAccessManager>
 #include <QNetworkProxy>
 #include <QNetworkReply>
+#include <QSslConfiguration>
+#include <QSslError>
 #include <QStringDecoder>
 #include <QTimer>
 #include <QUrl>
@@ -28,6 +30,66 @@ QString decodeHttpBody(const QByteArray& body, const QByteArray& contentType)
             return decoder.decode(body);
     }
     return Codepage::fromWindows1252(body);
+}
+
+namespace {
+// The reply's property that holds why its server's certificate was refused.
+constexpr char CertificateFailure[] = "quellboteCertificateFailure";
+
+// Qt's OpenSSL backend trusts the system's store (/etc/ssl/certs on Debian) but not the file that
+// OpenSSL's own programs take from SSL_CERT_FILE. A CA file an administrator names there counts
+// here too, beside the system's.
+QSslConfiguration transferSslConfiguration()
+{
+    static const QSslConfiguration configuration = [] {
+        QSslConfiguration c = QSslConfiguration::defaultConfiguration();
+        const QString file = qEnvironmentVariable("SSL_CERT_FILE");
+        const QList<QSslCertificate> named
+            = file.isEmpty() ? QList<QSslCertificate>() : QSslCertificate::fromPath(file);
+        // Setting the CA list ends the system store's loading on demand, so it is read here whole.
+        if (!named.isEmpty())
+            c.setCaCertificates(QSslConfiguration::systemCaCertificates() + named);
+        return c;
+    }();
+    return configuration;
+}
+} // namespace
+
+QString certificateFailureText(const QString& host, const QList<QSslError>& errors)
+{
+    QStringList reasons;
+    for (const QSslError& error : errors) {
+        QString reason;
+        switch (error.error()) {
+        case QSslError::SelfSignedCertificate:
+        case QSslError::SelfSignedCertificateInChain:
+        case QSslError::UnableToGetIssuerCertificate:
+        case QSslError::UnableToGetLocalIssuerCertificate:
+        case QSslError::UnableToVerifyFirstCertificate:
+        case QSslError::CertificateUntrusted:
+            reason = QStringLiteral("es ist von keiner vertrauenswürdigen Stelle ausgestellt");
+            break;
+        case QSslError::CertificateExpired:
+            reason = QStringLiteral("es ist abgelaufen");
+            break;
+        case QSslError::CertificateNotYetValid:
+            reason = QStringLiteral("es ist noch nicht gültig");
+            break;
+        case QSslError::HostNameMismatch:
+            reason = QStringLiteral("es gilt nicht für diesen Servernamen");
+            break;
+        case QSslError::CertificateRevoked:
+            reason = QStringLiteral("es wurde widerrufen");
+            break;
+        default:
+            reason = QStringLiteral("es ist fehlerhaft (") + error.errorString() + u')';
+            break;
+        }
+        if (!reasons.contains(reason))
+            reasons.append(reason);
+    }
+    return QStringLiteral("Das Zertifikat des Servers %1 ist nicht vertrauenswürdig: %2.")
+        .arg(host, reasons.join(QStringLiteral("; ")));
 }
 
 Inet::Inet(QObject* parent)
@@ -78,6 +140,7 @@ QNetworkReply* Inet::start(const QString& url, const QByteArray& operation, cons
 {
     QNetworkRequest request(Codepage::toUrl(url));
     request.setTransferTimeout(m_timeoutMs);
+    request.setSslConfiguration(transferSslConfiguration());
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
     const QStringList lines = headers.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts);
     for (const QString& line : lines) {
@@ -85,9 +148,13 @@ QNetworkReply* Inet::start(const QString& url, const QByteArray& operation, cons
         if (colon > 0)
             request.setRawHeader(line.left(colon).trimmed().toLatin1(), line.mid(colon + 1).trimmed().toLatin1());
     }
-    if (operation == "POST")
-        return m_manager->post(request, body);
-    return m_manager->get(request);
+    QNetworkReply* reply = operation == "POST" ? m_manager->post(request, body) : m_manager->get(request);
+    // Nothing ignores these errors: the handshake fails, and before anything of the request is
+    // sent. What was wrong is kept for the failure text.
+    connect(reply, &QNetworkReply::sslErrors, reply, [reply](const QList<QSslError>& errors) {
+        reply->setProperty(CertificateFailure, certificateFailureText(reply->url().host(), errors));
+    });
+    return reply;
 }
 
 QString transferFailureText(int error, int httpStatus, const QString& reason, const QString& details)
@@ -115,6 +182,8 @@ QString transferFailureText(int error, int httpStatus, const QString& reason, co
     case QNetworkReply::ProxyTimeoutError:
     case QNetworkReply::ProxyAuthenticationRequiredError:
         return QStringLiteral("Keine Verbindung über den Proxy-Server: ") + details;
+    case QNetworkReply::SslHandshakeFailedError:
+        return QStringLiteral("Keine sichere Verbindung zum Server: ") + details;
     case QNetworkReply::NetworkSessionFailedError:
     case QNetworkReply::TemporaryNetworkFailureError:
     case QNetworkReply::UnknownNetworkError:
@@ -129,7 +198,10 @@ bool Inet::finish(QNetworkReply* reply, QString* body)
     m_responseCode = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     const QString reason = reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString();
     m_responseInfo = reply->error() == QNetworkReply::NoError ? reason : reply->errorString();
-    m_failureText = transferFailureText(reply->error(), m_responseCode, reason, reply->errorString());
+    const QString certificateFailure = reply->property(CertificateFailure).toString();
+    m_failureText = reply->error() == QNetworkReply::SslHandshakeFailedError && !certificateFailure.isEmpty()
+        ? certificateFailure
+        : transferFailureText(reply->error(), m_responseCode, reason, reply->errorString());
     *body = decodeHttpBody(reply->readAll(), reply->header(QNetworkRequest::ContentTypeHeader).toByteArray());
     return reply->error() == QNetworkReply::NoError;
 }

@@ -3,9 +3,12 @@
 // keeps the window from reacting (OpenURL), an asynchronous POST (Execute) whose answer is read
 // in chunks, and the states icError and icResponseCompleted. A request that gets no answer fails
 // after 60 seconds. URLs and bodies go on the wire as Windows-1252; answers are decoded by the
-// charset the server names, Windows-1252 where it names none.
+// charset the server names, Windows-1252 where it names none. An https:// server must show a
+// certificate the system trusts; a refused one ends the transfer before anything is sent, and
+// nothing lets a transfer pass it.
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <QString>
 
@@ -13,6 +16,7 @@
 
 class QNetworkAccessManager;
 class QNetworkReply;
+class QSslError;
 
 class Inet : public QObject
 {
@@ -54,7 +58,7 @@ public:
     int ResponseCode() const { return m_responseCode; }
     QString ResponseInfo() const { return m_responseInfo; }
     // What went wrong with the last transfer, in words for the user ("keine Verbindung zum
-    // Server", a time-out, an HTTP error); empty when it brought an answer.
+    // Server", a time-out, an HTTP error, a refused certificate); empty when it brought an answer.
     QString FailureText() const { return m_failureText; }
 
     // Tests shorten the time a request may take.
@@ -88,3 +92,7 @@ QString decodeHttpBody(const QByteArray& body, const QByteArray& contentType);
 // A failed transfer in words for the user: error is a QNetworkReply::NetworkError, httpStatus
 // and reason the HTTP status line where one came, details Qt's own description.
 QString transferFailureText(int error, int httpStatus, const QString& reason, const QString& details);
+
+// Why the certificate of host was refused, in words for the user: "Das Zertifikat des Servers
+// host ist nicht vertrauenswürdig: es ist abgelaufen."
+QString certificateFailureText(const QString& host, const QList<QSslError>& errors);
