@@ -29,9 +29,12 @@ ServiceProcess::ServiceProcess(const QStringList& extraArguments)
         m_process.waitForReadyRead(200);
         while (m_process.canReadLine()) {
             const QByteArray line = m_process.readLine().trimmed();
-            if (line.startsWith("listening on http://127.0.0.1:")) {
-                m_port = quint16(line.mid(line.lastIndexOf(':') + 1).toUInt());
-                return;
+            for (const QByteArray scheme : { "http", "https" }) {
+                if (line.startsWith(QByteArray("listening on " + scheme + "://127.0.0.1:"))) {
+                    m_scheme = QString::fromLatin1(scheme);
+                    m_port = quint16(line.mid(line.lastIndexOf(':') + 1).toUInt());
+                    return;
+                }
             }
         }
     }
@@ -52,7 +55,7 @@ void ServiceProcess::stop()
 
 QString ServiceProcess::baseUrl() const
 {
-    return QStringLiteral("http://127.0.0.1:") + QString::number(m_port);
+    return m_scheme + QStringLiteral("://127.0.0.1:") + QString::number(m_port);
 }
 
 QList<QJsonObject> ServiceProcess::journal() const

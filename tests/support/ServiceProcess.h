@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A quellbote-service started for one test on a free loopback port, with a journal that the test
-// reads. Stopped when the object goes.
+// reads. Stopped when the object goes. With "--tls CERT KEY" among the arguments it serves HTTPS.
 #pragma once
 
 #include <QJsonObject>
@@ -33,5 +33,6 @@ public:
 private:
     QProcess m_process;
     QTemporaryDir m_dir;
+    QString m_scheme;
     quint16 m_port = 0;
 };
