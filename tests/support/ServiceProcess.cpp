@@ -3,14 +3,13 @@
 
 #include "settings/CUrlStore.h"
 #include "settings/ProductName.h"
+#include "toolkit/Inet.h"
 
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QFile>
 #include <QJsonDocument>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QUrl>
+
+using namespace Qt::StringLiterals;
 
 ServiceProcess::ServiceProcess(const QStringList& extraArguments)
 {
@@ -84,15 +83,12 @@ QList<QJsonObject> ServiceProcess::requests(const QString& path) const
 
 bool ServiceProcess::setFault(const QString& path, const QString& mode)
 {
-    QNetworkAccessManager manager;
-    QNetworkReply* reply = manager.get(QNetworkRequest(
-        QUrl(baseUrl() + QStringLiteral("/__control/fault?path=") + path + QStringLiteral("&mode=") + mode)));
-    QEventLoop loop;
-    QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
-    loop.exec();
-    const bool ok = reply->readAll() == "ok";
-    reply->deleteLater();
-    return ok;
+    // Through the program's own transfer, so that a service on HTTPS is reached with the
+    // certificates the program trusts.
+    Inet iNet;
+    bool ok = false;
+    const QString answer = iNet.OpenURL(baseUrl() + u"/__control/fault?path="_s + path + u"&mode="_s + mode, &ok);
+    return ok && answer == u"ok";
 }
 
 void ServiceProcess::writeOemInf(const QString& folder, const QByteArray& extra) const
