@@ -161,6 +161,23 @@ ServerWriter serverWriter(const QString& XmlPfad, const QString& xmlSingleUser, 
     return ServerWriter::None;
 }
 
+QString handOffDoneText(bool xmlIsServerUsed, const QString& xmlSingleUser, bool xmlGroupUser)
+{
+    if (!xmlIsServerUsed) {
+        return QStringLiteral("Das Verzeichnis des Quellbote Server fehlt. Wählen Sie ein Verzeichnis unter "
+                              "Optionen/Quellbote Server aus.");
+    }
+    if (textToBool(xmlSingleUser)) {
+        return QString::fromUtf16(u"Die SMS wurde unter Berücksichtigung der angegebenen Kontodaten an den "
+                                  u"Quellbote Server weitergeleitet.");
+    }
+    if (xmlGroupUser) {
+        return QString::fromUtf16(u"Die SMS wurde unter Berücksichtigung der angegebenen Gruppendaten an den "
+                                  u"Quellbote Server weitergeleitet.");
+    }
+    return QStringLiteral("Sie müssen unter Optionen/Quellbote Server ein Konto auswählen");
+}
+
 HandOffMessage serverHandOffDone(qint16 handOffCount, const QString& txtAnzahlSMS, bool xmlIsServerUsed,
                                  const QString& xmlSingleUser, bool xmlGroupUser)
 {
@@ -169,18 +186,7 @@ HandOffMessage serverHandOffDone(qint16 handOffCount, const QString& txtAnzahlSM
     if (QString::number(message.handOffCount) != txtAnzahlSMS)
         return message;
     message.show = true;
-    if (!xmlIsServerUsed) {
-        message.text = QStringLiteral("Das Verzeichnis des Quellbote Server fehlt. Wählen Sie ein Verzeichnis unter "
-                                      "Optionen/Quellbote Server aus.");
-    } else if (textToBool(xmlSingleUser)) {
-        message.text = QString::fromUtf16(u"Die SMS wurde unter Berücksichtigung der angegebenen Kontodaten an den "
-                                          u"Quellbote Server weitergeleitet.");
-    } else if (xmlGroupUser) {
-        message.text = QString::fromUtf16(u"Die SMS wurde unter Berücksichtigung der angegebenen Gruppendaten an den "
-                                          u"Quellbote Server weitergeleitet.");
-    } else {
-        message.text = QStringLiteral("Sie müssen unter Optionen/Quellbote Server ein Konto auswählen");
-    }
+    message.text = handOffDoneText(xmlIsServerUsed, xmlSingleUser, xmlGroupUser);
     return message;
 }
 

@@ -104,6 +104,8 @@ struct HandOffMessage
     bool show = false;
     QString text;
 };
+// The words after a hand-off, by the options (not by what was written).
+QString handOffDoneText(bool xmlIsServerUsed, const QString& xmlSingleUser, bool xmlGroupUser);
 HandOffMessage serverHandOffDone(qint16 handOffCount, const QString& txtAnzahlSMS, bool xmlIsServerUsed,
                                  const QString& xmlSingleUser, bool xmlGroupUser);
 

@@ -36,18 +36,36 @@ QString groupOf(const QString& keyPath)
     return QStringLiteral("HKCU/") + QString(path).replace(QLatin1Char('\\'), QLatin1Char('/'));
 }
 
+QString& storeFileOverride()
+{
+    static QString path;
+    return path;
+}
+
+// The registry on Windows, unless a settings file was named instead.
+bool usesRegistry()
+{
+#ifdef Q_OS_WIN
+    return storeFileOverride().isEmpty();
+#else
+    return false;
+#endif
+}
+
 std::unique_ptr<QSettings> openStore(const QString& keyPath)
 {
 #ifdef Q_OS_WIN
-    return std::make_unique<QSettings>(QStringLiteral("HKEY_CURRENT_USER\\") + keyPath, QSettings::NativeFormat);
-#else
-    auto settings = std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope,
-                                                QStringLiteral("Tarnholt"), QStringLiteral("SMS"));
+    if (usesRegistry())
+        return std::make_unique<QSettings>(QStringLiteral("HKEY_CURRENT_USER\\") + keyPath, QSettings::NativeFormat);
+#endif
+    auto settings = storeFileOverride().isEmpty()
+        ? std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("Tarnholt"),
+                                      QStringLiteral("SMS"))
+        : std::make_unique<QSettings>(storeFileOverride(), QSettings::IniFormat);
     const QString group = groupOf(keyPath);
     if (!group.isEmpty())
         settings->beginGroup(group);
     return settings;
-#endif
 }
 
 #ifdef Q_OS_WIN
@@ -61,7 +79,8 @@ const wchar_t* wide(const QString& text)
 {
     return reinterpret_cast<const wchar_t*>(text.utf16());
 }
-#else
+#endif
+
 // In a settings file a key exists when it holds a value or a subkey, or was created and marked so.
 bool keyExists(QSettings& settings)
 {
@@ -69,7 +88,6 @@ bool keyExists(QSettings& settings)
         return true;
     return !settings.childKeys().isEmpty() || !settings.childGroups().isEmpty();
 }
-#endif
 
 // The store holds a password in plain text: on POSIX only its owner may read it.
 void restrictToOwner(QSettings& settings)
@@ -119,13 +137,9 @@ bool SaveRegString(const QString& keyPath, const QString& valueName, const QStri
         settings->remove(valueName);
         return finish(*settings);
     }
-#ifdef Q_OS_WIN
     // The registry needs the key before a value can go in; a settings file makes it on write.
-    if (CreateRegKey(keyPath, hive) == 0)
+    if (usesRegistry() && CreateRegKey(keyPath, hive) == 0)
         return false;
-#else
-    Q_UNUSED(hive);
-#endif
     // The options are saved whole, most values unchanged: a value that is already there is not
     // written again, which spares the file a rewrite per value.
     if (settings->value(valueName) == text)
@@ -147,32 +161,34 @@ bool SaveRegBool(const QString& keyPath, const QString& valueName, qint16 value)
 int CreateRegKey(const QString& keyPath, quint32 hive)
 {
 #ifdef Q_OS_WIN
-    HKEY key = nullptr;
-    DWORD disposition = 0;
-    if (RegCreateKeyExW(hiveKey(hive), wide(keyPath), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &key,
-                        &disposition)
-        != ERROR_SUCCESS)
-        return 0;
-    RegCloseKey(key);
-    // REG_CREATED_NEW_KEY (1) or REG_OPENED_EXISTING_KEY (2).
-    return int(disposition);
-#else
+    if (usesRegistry()) {
+        HKEY key = nullptr;
+        DWORD disposition = 0;
+        if (RegCreateKeyExW(hiveKey(hive), wide(keyPath), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &key,
+                            &disposition)
+            != ERROR_SUCCESS)
+            return 0;
+        RegCloseKey(key);
+        // REG_CREATED_NEW_KEY (1) or REG_OPENED_EXISTING_KEY (2).
+        return int(disposition);
+    }
+#endif
     Q_UNUSED(hive);
     const auto settings = openStore(keyPath);
     if (keyExists(*settings))
         return 2;
     settings->setValue(QString::fromUtf16(KeyMarker), QString());
     return finish(*settings) ? 1 : 0;
-#endif
 }
 
 QString storeFileName()
 {
-#ifdef Q_OS_WIN
-    return {};
-#else
-    return openStore(QString::fromUtf16(RootKey))->fileName();
-#endif
+    return usesRegistry() ? QString() : openStore(QString::fromUtf16(RootKey))->fileName();
+}
+
+void useStoreFile(const QString& path)
+{
+    storeFileOverride() = path;
 }
 
 } // namespace ToolRegistry

@@ -38,4 +38,9 @@ constexpr qint16 boolValue(bool b)
 // The file behind the store where it is a file (empty on Windows).
 QString storeFileName();
 
+// From now on the store is this settings file (in the form of the per-user file), whatever the
+// platform; an empty path gives the per-user store back. For a server that keeps an account of
+// its own.
+void useStoreFile(const QString& path);
+
 } // namespace ToolRegistry

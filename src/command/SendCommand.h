@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// quellbote-send: the main window's sending for scripts. The same settings (the user's store or
+// another, oem.inf beside the program), the same rules of numbers, sizes, parts and prices, the
+// same requests one after another and the same reading of the answers, so that a script sends
+// byte for byte what the window would and is billed as the window would show it.
+#pragma once
+
+#include "SendArguments.h"
+#include "sending/GatewayRequest.h"
+
+#include <QString>
+#include <QStringList>
+#include <QTextStream>
+
+#include <memory>
+#include <optional>
+
+class Inet;
+
+class SendCommand
+{
+public:
+    // What a script can rely on.
+    enum Exit {
+        Sent = 0, // everything went out
+        Refused = 1, // the gateway (or the balance) refused at least one SMS
+        Unreachable = 2, // the gateway could not be reached: connection, time-out, certificate
+        BadInput = 3, // number, file, text, options, no account
+    };
+
+    SendCommand(QTextStream& out, QTextStream& err);
+    ~SendCommand();
+    SendCommand(const SendCommand&) = delete;
+    SendCommand& operator=(const SendCommand&) = delete;
+
+    int run(const QStringList& arguments);
+
+private:
+    // One SMS as the window would hand it to its send routine.
+    struct Message
+    {
+        QString number; // international form with "00"
+        QString text;
+        QString name;
+        QString key; // the prefix entry of a single SMS; empty in a bulk run
+        QString rest; // what txtNummer would hold
+    };
+
+    int fail(Exit code, const QString& message);
+    int showBalance();
+    // The overrides of the command line on the stored options; false with the reason told.
+    bool applySendOptions(const SendArguments& a);
+    bool readSchedule(const QString& at);
+    bool readMessages(const SendArguments& a, const QString& text);
+    int dryRun();
+    int send();
+    // The last known balance, -1 when the query failed or the account is unknown.
+    qint32 queryBalance(QString* failure = nullptr);
+    // One part to the gateway, strictly after the one before.
+    Exit post(const QString& url, const QString& body, QString* words);
+
+    QTextStream& m_out;
+    QTextStream& m_err;
+    std::unique_ptr<Inet> m_inet;
+    QString m_password;
+    QString m_template; // the message text, placeholders and all
+    bool m_bulk = false;
+    std::optional<GatewayRequest::Schedule> m_schedule;
+    QList<Message> m_messages;
+};
