@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ApplicationSetup.h"
 
+#include "toolkit/Accessibility.h"
+
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QLocale>
@@ -20,5 +22,6 @@ void apply(QApplication& app)
     if (qtTranslation->load(QLocale(QLocale::German), QStringLiteral("qt"), QStringLiteral("_"),
                             QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(qtTranslation);
+    Accessibility::install();
 }
 } // namespace ApplicationSetup

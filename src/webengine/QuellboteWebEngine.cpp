@@ -137,8 +137,15 @@ class QuellboteWebEngine : public QObject, public WebEngineFactory
     Q_INTERFACES(WebEngineFactory)
 
 public:
-    // The schemes must be known before the engine makes its first profile.
-    QuellboteWebEngine() { registerSchemes(); }
+    // The schemes must be known before the engine makes its first profile. The engine reads
+    // whether to offer its pages to screen readers once, as it starts; on Linux it does not unless
+    // told to.
+    QuellboteWebEngine()
+    {
+        if (!qEnvironmentVariableIsSet("QTWEBENGINE_ENABLE_LINUX_ACCESSIBILITY"))
+            qputenv("QTWEBENGINE_ENABLE_LINUX_ACCESSIBILITY", "1");
+        registerSchemes();
+    }
 
     WebEngineSurface* create(QWidget* parent, WebEngineHandlers handlers) override
     {

@@ -9,10 +9,12 @@
 #include "schedule/frmTimeControl.h"
 #include "settings/cOptionen.h"
 #include "settings/frmOptionen.h"
+#include "toolkit/Accessibility.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
 #include <QMetaEnum>
@@ -91,7 +93,11 @@ class TestAccessibility : public QObject
 
 private slots:
     // No screen reader is attached here; switched on as one would, so widgets report their changes.
-    void initTestCase() { QAccessible::setActive(true); }
+    void initTestCase()
+    {
+        Accessibility::install();
+        QAccessible::setActive(true);
+    }
 
     void init()
     {
@@ -183,6 +189,44 @@ private slots:
         QVERIFY(act(&dialog, QStringLiteral("Proxy-Einstellungen")));
         QTRY_COMPARE(chosen(), QStringList { QStringLiteral("Proxy-Einstellungen") });
         QVERIFY(in<QWidget>(&dialog, "boxProxyConfiguration")->isVisible());
+    }
+
+    // What a screen reader lists as the program's windows: each shown window a frame named by its
+    // title, a hidden one not at all.
+    void windowsAreFramesWhileShown()
+    {
+        m_harness.loadMain();
+        QAccessibleInterface* application = QAccessible::queryAccessibleInterface(qApp);
+        const auto windows = [application] {
+            QStringList list;
+            for (int i = 0; i < application->childCount(); ++i) {
+                QAccessibleInterface* window = application->child(i);
+                list.append(QString::fromLatin1(QMetaEnum::fromType<QAccessible::Role>().valueToKey(window->role()))
+                            + u' ' + window->text(QAccessible::Name));
+            }
+            return list.join(u'|');
+        };
+        QCOMPARE(windows(), QStringLiteral("Window Quellbote"));
+        m_harness.child<QAbstractButton>("tbMultiSMS")->click();
+        QCOMPARE(windows(), QStringLiteral("Window Quellbote|Window MultiSMS"));
+        m_harness.child<QAbstractButton>("tbMultiSMS")->click();
+        QCOMPARE(windows(), QStringLiteral("Window Quellbote"));
+    }
+
+    // A combo box that can't be edited says its own name, not its label's or its entry's, and
+    // offers the chosen entry as its text, which Orca reads as its value.
+    void comboBoxNamesItselfAndItsEntry()
+    {
+        m_harness.loadMain();
+        auto* box = m_harness.child<QComboBox>("cmbVorwahl");
+        QAccessibleInterface* node = QAccessible::queryAccessibleInterface(box);
+        QVERIFY(node->textInterface());
+        QCOMPARE(node->textInterface()->text(0, -1), QString());
+        box->setCurrentIndex(1);
+        QCOMPARE(node->text(QAccessible::Name), QStringLiteral("Vorwahl"));
+        QCOMPARE(node->textInterface()->text(0, node->textInterface()->characterCount()), box->currentText());
+        QVERIFY(!box->currentText().isEmpty());
+        QVERIFY(node->relations(QAccessible::Label).isEmpty());
     }
 
     void mainWindowControlsActLikeAClick_data()
@@ -307,6 +351,9 @@ private slots:
         // The toolbar shows and hides its buttons when it next lays itself out.
         QTRY_VERIFY(control(window, key));
         QVERIFY(act(window, key));
+        // The key clicks once the request has been answered: a question it asks would otherwise
+        // hold the screen reader's request until the question is answered.
+        QCOMPARE(m_boxes->count(), 0);
         QTRY_COMPARE(m_boxes->count(), boxes);
         QTRY_COMPARE(names(), rows);
     }
