@@ -3,14 +3,14 @@
 # calls actions of its objects. Runs inside the D-Bus session that scripts/a11y-walk.sh sets up.
 #
 #   a11y-tree.py apps                               the applications on the bus
-#   a11y-tree.py dump [--app NAME] [--depth N] [--from SPEC] [--showing] [--rows]
-#   a11y-tree.py find SPEC [--app NAME]             the objects that match, with their paths
-#   a11y-tree.py action SPEC [ACTION] [--app NAME]  doAction on the first match (default: first action)
-#   a11y-tree.py wait SPEC [--timeout S] [--app NAME]
+#   a11y-tree.py dump [--app NAME] [--depth N] [--from SELECTOR] [--showing] [--rows]
+#   a11y-tree.py find SELECTOR [--app NAME]             the objects that match, with their paths
+#   a11y-tree.py action SELECTOR [ACTION] [--app NAME]  doAction on the first match (default: first action)
+#   a11y-tree.py wait SELECTOR [--timeout S] [--app NAME]
 #   a11y-tree.py focus [--app NAME]                 the object that has the focus
 #
-# SPEC picks objects: "role=name" (exact name), "role~text" (name contains text), "=name" (any
-# role), "#0.2.1" (a path of child indexes from the application), "role" alone; several specs
+# SELECTOR picks objects: "role=name" (exact name), "role~text" (name contains text), "=name" (any
+# role), "#0.2.1" (a path of child indexes from the application), "role" alone; several selectors
 # joined by " > " search each inside the first match of the one before ("frame=MultiSMS > push
 # button=Neu"). Roles are AT-SPI's role names ("push button", "combo box", "link", "frame").
 import argparse
@@ -108,17 +108,17 @@ def children(obj):
             yield i, child
 
 
-def matches(obj, spec):
-    if spec.startswith("#"):
+def matches(obj, selector):
+    if selector.startswith("#"):
         return False
     for sep in ("=", "~"):
-        if sep in spec:
-            role, _, name = spec.partition(sep)
+        if sep in selector:
+            role, _, name = selector.partition(sep)
             if role and role_of(obj) != role:
                 return False
             actual = safe(lambda: obj.name, "") or ""
             return actual == name if sep == "=" else name in actual
-    return role_of(obj) == spec
+    return role_of(obj) == selector
 
 
 def by_path(root, path):
@@ -126,11 +126,14 @@ def by_path(root, path):
     for index in path.lstrip("#").split("."):
         if index == "":
             continue
-        obj = obj.getChildAtIndex(int(index))
+        try:
+            obj = obj.getChildAtIndex(int(index)) if obj is not None else None
+        except Exception:
+            return None
     return obj
 
 
-def search(root, spec, path="", limit=20000):
+def search(root, selector, path="", limit=20000):
     """Breadth first, so that a window is found before the controls of another with the same name."""
     found = []
     queue = [(root, path)]
@@ -140,20 +143,22 @@ def search(root, spec, path="", limit=20000):
         seen += 1
         for i, child in children(obj):
             cp = "%s.%d" % (p, i) if p else str(i)
-            if matches(child, spec):
+            if matches(child, selector):
                 found.append((child, cp))
             queue.append((child, cp))
     return found
 
 
-def resolve(app, specs):
+def resolve(app, selectors):
     candidates = [(app, "")]
-    for spec in [s.strip() for s in specs.split(" > ")]:
+    for selector in [s.strip() for s in selectors.split(" > ")]:
         obj, path = candidates[0]
-        if spec.startswith("#"):
-            candidates = [(by_path(obj, spec), (path + "." if path else "") + spec.lstrip("#"))]
+        if selector.startswith("#"):
+            # A path counts from the application, as the dumps print it.
+            found = by_path(app, selector)
+            candidates = [(found, selector.lstrip("#"))] if found is not None else []
         else:
-            candidates = search(obj, spec, path)
+            candidates = search(obj, selector, path)
         if not candidates:
             return []
     return candidates
@@ -180,7 +185,7 @@ def dump(obj, path, depth, max_depth, rows, hidden, out):
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("command", choices=["apps", "dump", "find", "action", "wait", "focus"])
-    parser.add_argument("spec", nargs="?")
+    parser.add_argument("selector", nargs="?")
     parser.add_argument("action_name", nargs="?")
     parser.add_argument("--app", default="Quellbote")
     parser.add_argument("--depth", type=int)
@@ -207,7 +212,7 @@ def main():
             root, path = hits[0]
         dump(root, path, 0, args.depth, args.rows, not args.showing, sys.stdout)
     elif args.command == "find":
-        for obj, path in resolve(app, args.spec):
+        for obj, path in resolve(app, args.selector):
             print(path, describe(obj))
     elif args.command == "focus":
         hits = [(o, p) for o, p in search_all(app) if "focused" in safe(lambda: states_of(o), [])]
@@ -216,16 +221,16 @@ def main():
     elif args.command == "wait":
         deadline = time.time() + args.timeout
         while time.time() < deadline:
-            hits = resolve(application(args.app), args.spec)
+            hits = resolve(application(args.app), args.selector)
             if hits:
                 print(hits[0][1], describe(hits[0][0]))
                 return
             time.sleep(0.3)
-        sys.exit("timed out waiting for %r" % args.spec)
+        sys.exit("timed out waiting for %r" % args.selector)
     elif args.command == "action":
-        hits = resolve(app, args.spec)
+        hits = resolve(app, args.selector)
         if not hits:
-            sys.exit("nothing matches %r" % args.spec)
+            sys.exit("nothing matches %r" % args.selector)
         obj, path = hits[0]
         action = obj.queryAction()
         names = [action.getName(i) for i in range(action.nActions)]

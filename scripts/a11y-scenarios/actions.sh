@@ -1,9 +1,9 @@
 # Whether the accessibility actions reach the program: "Toggle" on the scheduling dialog's option
 # buttons (also on the one already chosen), "Press" on the MultiSMS window's tool buttons.
 panes() {
-    for spec in "check box~Wiederholung" "check box" "radio button=Täglich" "radio button=Monatlich" "radio button=Jährlich" \
+    for selector in "check box~Wiederholung" "check box" "radio button=Täglich" "radio button=Monatlich" "radio button=Jährlich" \
         "radio button=Jeden Tag senden" "radio button=An jedem" "radio button=Jeden"; do
-        tree find "dialog=Terminversand > $spec" 2>/dev/null | head -1 | sed "s/^/  /"
+        tree find "dialog=Terminversand > $selector" 2>/dev/null | head -1 | sed "s/^/  /"
     done
 }
 step "Terminversand opened"
@@ -40,15 +40,17 @@ tree find "text=Anzahl Einträge"
 tree dump --from "filler=MultiSMS" --depth 2 2>/dev/null | grep -E "tool bar|push button" | head -12
 tree dump --from "frame=MultiSMS" --depth 2 2>/dev/null | grep -E "tool bar|push button" | head -12
 mark
-tree action "push button=Neu"
+time tree action "push button=Neu"
 sleep 2
 tree apps
-tree find "text=Anzahl Einträge"
 heard
+key Return
+sleep 1
+tree find "text=Anzahl Einträge"
 for b in Öffnen Speichern; do
     step "$b"
     mark
-    tree action "push button=$b"
+    time tree action "push button=$b"
     sleep 3
     tree apps
     heard

@@ -28,6 +28,15 @@ grep "combo box" "$A11Y_OUT/terminversand-tree.txt" | head -20
 mark
 for _ in 1 2 3 4; do key Tab; done
 heard
-step "The hour box: Down"
-key Down
+step "The minute box: the previous minute (Up)"
+key Up
 heard
+tree find "#1.1.2"
+step "The minute box: its list opened (alt+Down), Up, Return"
+key alt+Down
+heard
+key Up
+heard
+key Return
+heard
+tree find "#1.1.2"
