@@ -76,6 +76,7 @@ trap cleanup EXIT
 # The accessibility bus, and the switch that tells toolkits a screen reader wants them.
 /usr/libexec/at-spi-bus-launcher --launch-immediately >"$out/at-spi.log" 2>&1 &
 pids+=($!)
+disown $!
 for _ in $(seq 1 50); do
     dbus-send --session --print-reply --dest=org.a11y.Bus /org/a11y/bus org.a11y.Bus.GetAddress \
         >/dev/null 2>&1 && break
@@ -89,6 +90,7 @@ dbus-send --session --print-reply --dest=org.a11y.Bus /org/a11y/bus org.freedesk
 # A window manager, so that windows get activated and focused as on a desktop.
 openbox >"$out/openbox.log" 2>&1 &
 pids+=($!)
+disown $!
 
 # The demo, as run.sh sets it up, in a folder of its own.
 demo="$root/build/a11y-demo"
@@ -100,6 +102,7 @@ cp "$client" "$demo/quellbote"
 [ -e "$(dirname "$client")/quellbote_webengine.so" ] && cp "$(dirname "$client")/quellbote_webengine.so" "$demo/"
 "$root/build/service/quellbote-service" --port 0 --journal "$demo/journal.jsonl" >"$demo/service.log" 2>&1 &
 pids+=($!)
+disown $!
 for _ in $(seq 1 50); do grep -q "^listening on" "$demo/service.log" 2>/dev/null && break; sleep 0.1; done
 base=$(sed -n 's/^listening on //p' "$demo/service.log" | head -n 1)
 [ -n "$base" ] || { echo "quellbote-service did not start" >&2; exit 1; }
@@ -129,6 +132,7 @@ if [ "${A11Y_ORCA:-1}" = 1 ]; then
     /usr/bin/python3 "$root/scripts/a11y-orca.py" --replace --user-prefs "$out/orca-prefs" \
         --debug-file "$orca_log" >"$out/orca.out" 2>&1 &
     pids+=($!)
+disown $!
     for _ in $(seq 1 100); do grep -q "SPEECH OUTPUT" "$orca_log" 2>/dev/null && break; sleep 0.2; done
 else
     : >"$orca_log"
@@ -143,6 +147,7 @@ fi
 ) &
 pids+=($!)
 client_pid=$!
+disown $!
 
 # Helpers for the scenario.
 mark_line=0
@@ -196,7 +201,10 @@ default_walk() {
     tree dump --depth 3
     step "Tab through the main window"
     mark
-    for _ in $(seq 1 14); do key Tab; done
+    # The number field keeps the focus while it holds no number.
+    key Tab Tab
+    typetext 1712345
+    for _ in $(seq 1 12); do key Tab; done
     heard
 }
 
