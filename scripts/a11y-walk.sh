@@ -24,6 +24,7 @@
 #   A11Y_ORCA=0           runs without Orca (tree walks only)
 #   A11Y_NO_BUILD=1       skips the build
 #   A11Y_PAUSE=SECONDS    the pause after each key (0.8)
+#   A11Y_STORE='k=v ...'  further values of the demo's store, one "key=value" a line
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root="$PWD"
@@ -121,6 +122,8 @@ base=$(sed -n 's/^listening on //p' "$demo/service.log" | head -n 1)
     printf '[General]\neMail=demo@quellbote.test\nPassword=demo\nfirstStartHasRun=true\n'
     # The news come up only when asked for: they load the web engine at start.
     [ "${A11Y_NEWS:-0}" = 1 ] || printf 'infoVersion=1\n'
+    # Further values of the store a scenario needs, one "key=value" a line.
+    [ -n "${A11Y_STORE:-}" ] && printf '%s\n' "$A11Y_STORE"
 } >"$demo/config/Tarnholt/SMS.conf"
 chmod 600 "$demo/config/Tarnholt/SMS.conf"
 
