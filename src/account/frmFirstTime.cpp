@@ -390,10 +390,13 @@ void frmFirstTime::showComplete(const QString& text)
 
 void frmFirstTime::showTransferFailure()
 {
+    // A server that isn't trusted is named as such: no new attempt would help.
     MessageBox::show(
         this,
-        QStringLiteral("Der Server ist zurzeit nicht erreichbar oder hat nicht wie erwartet geantwortet.\r\n"
-                       "Bitte überprüfen Sie Ihre Internetverbindung und versuchen Sie es erneut."),
+        iNet->CertificateRefused()
+            ? iNet->FailureText()
+            : QStringLiteral("Der Server ist zurzeit nicht erreichbar oder hat nicht wie erwartet geantwortet.\r\n"
+                             "Bitte überprüfen Sie Ihre Internetverbindung und versuchen Sie es erneut."),
         MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
 }
 

@@ -130,7 +130,8 @@ void frmOpenWebGroup::loadGroup(const QString& url)
     // for a good table: the table before stays as it was.
     QString problem;
     if (!ok)
-        problem = QStringLiteral("Die Gruppe konnte nicht aus dem Internet geladen werden.");
+        problem = QStringLiteral("Die Gruppe konnte nicht aus dem Internet geladen werden.")
+            + (iNet->CertificateRefused() ? QStringLiteral("\r\n") + iNet->FailureText() : QString());
     else if (!m_table.loadGroup(text))
         problem = QStringLiteral("Die geladenen Daten sind keine gültige Gruppe.");
     if (!problem.isEmpty()) {

@@ -197,10 +197,17 @@ void frmMain::iNet_StateChanged(int state)
 {
     if (state == Inet::icError) {
         // In a bulk run the log says which row didn't go out and why. A single send shows
-        // nothing here; its guard timer tells the user.
-        if (isMultiSMSMode && frmMultiSMSLog::loaded())
+        // nothing here, its guard timer tells the user; but a gateway whose certificate isn't
+        // trusted got nothing, the password neither, and waiting would only hide why.
+        if (isMultiSMSMode && frmMultiSMSLog::loaded()) {
             frmMultiSMSLog::loaded()->logFailure(m_inFlight.row, m_inFlight.number, m_inFlight.name,
                                                  iNet->FailureText());
+        } else if (iNet->CertificateRefused()) {
+            tm->stop();
+            setHourglass(false);
+            MessageBox::show(this, QStringLiteral("Die SMS wurde nicht versendet.\r\n") + iNet->FailureText(),
+                             MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
+        }
         return;
     }
     if (state != Inet::icResponseCompleted)
@@ -260,8 +267,9 @@ void frmMain::refreshCredits()
 {
     bool ok = false;
     const QString text = iNet2->OpenURL(Urls().SmsCount() + Options().Username(), &ok).trimmed();
-    const GatewayAnswer::CreditsState state
-        = ok ? GatewayAnswer::readBalance(text) : GatewayAnswer::noInternetBalance();
+    GatewayAnswer::CreditsState state = ok ? GatewayAnswer::readBalance(text) : GatewayAnswer::noInternetBalance();
+    if (!ok && iNet2->CertificateRefused())
+        state.caption = QStringLiteral("Zertifikat nicht vertrauenswürdig");
     lblCredits->setText(state.caption);
     lblCredits->setEnabled(state.enabled);
     // The colour of an enabled label; a disabled one ("nicht angemeldet") is drawn greyed.
@@ -283,6 +291,12 @@ void frmMain::checkForUpdate()
     while (true) {
         bool ok = false;
         text = iNet2->OpenURL(QString(), &ok);
+        if (!ok && iNet2->CertificateRefused()) {
+            // The service is there but not to be trusted: no retry helps, the user is told why.
+            MessageBox::show(this, iNet2->FailureText(), MessageBox::Buttons::Ok, MessageBox::Icon::Critical,
+                             ProductName());
+            return;
+        }
         if (!ok) {
             // The transfer failed outright: the window comes once, and the start goes on.
             frmNoInternet::showBlocking(this);

@@ -199,7 +199,8 @@ bool Inet::finish(QNetworkReply* reply, QString* body)
     const QString reason = reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString();
     m_responseInfo = reply->error() == QNetworkReply::NoError ? reason : reply->errorString();
     const QString certificateFailure = reply->property(CertificateFailure).toString();
-    m_failureText = reply->error() == QNetworkReply::SslHandshakeFailedError && !certificateFailure.isEmpty()
+    m_certificateRefused = reply->error() == QNetworkReply::SslHandshakeFailedError && !certificateFailure.isEmpty();
+    m_failureText = m_certificateRefused
         ? certificateFailure
         : transferFailureText(reply->error(), m_responseCode, reason, reply->errorString());
     *body = decodeHttpBody(reply->readAll(), reply->header(QNetworkRequest::ContentTypeHeader).toByteArray());

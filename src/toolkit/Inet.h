@@ -60,6 +60,9 @@ public:
     // What went wrong with the last transfer, in words for the user ("keine Verbindung zum
     // Server", a time-out, an HTTP error, a refused certificate); empty when it brought an answer.
     QString FailureText() const { return m_failureText; }
+    // Whether the last transfer ended because the server's certificate wasn't trusted: a fault
+    // of the server or of the machine's trust, not of the connection, which a user is told of.
+    bool CertificateRefused() const { return m_certificateRefused; }
 
     // Tests shorten the time a request may take.
     void setTimeoutMsForTesting(int milliseconds) { m_timeoutMs = milliseconds; }
@@ -83,6 +86,7 @@ private:
     int m_responseCode = 0;
     QString m_responseInfo;
     QString m_failureText;
+    bool m_certificateRefused = false;
     int m_timeoutMs = DefaultTimeoutMs;
 };
 

@@ -4,6 +4,8 @@
 // nor an OpenGL context. These are the two sides of that module.
 #pragma once
 
+#include <QList>
+#include <QSslError>
 #include <QString>
 #include <QtPlugin>
 
@@ -25,6 +27,8 @@ struct WebEngineHandlers
     std::function<void(const QString& url)> pseudoAddress;
     // A page has finished loading.
     std::function<void(const QString& url)> loaded;
+    // Why a server's certificate was refused, in the words of the program's other windows.
+    std::function<QString(const QString& host, const QList<QSslError>& errors)> describeCertificate;
 };
 
 // One browser, a child widget of the window that asked for it.

@@ -2,6 +2,7 @@
 #include "WebView.h"
 
 #include "Codepage.h"
+#include "Inet.h"
 #include "WebEngineLoader.h"
 #include "WebEngineSurface.h"
 
@@ -54,6 +55,7 @@ WebEngineSurface* WebView::engine()
     handlers.loaded = [this](const QString& url) {
         emit documentComplete(url);
     };
+    handlers.describeCertificate = &certificateFailureText;
     m_engine = factory->create(this, handlers);
     m_engine->setContextMenuEnabled(m_contextMenuEnabled);
     layout()->addWidget(m_engine->widget());

@@ -4,8 +4,12 @@
 // of the engine.
 #include "toolkit/WebEngineSurface.h"
 
+#include <QDateTime>
 #include <QObject>
 #include <QPointer>
+#include <QSslCertificate>
+#include <QSslError>
+#include <QWebEngineCertificateError>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
 #include <QWebEngineScript>
@@ -55,6 +59,38 @@ public:
     void requestStarted(QWebEngineUrlRequestJob* job) override { job->fail(QWebEngineUrlRequestJob::RequestAborted); }
 };
 
+// Why the engine refused a server's certificate, as the program's transfers name it.
+QList<QSslError> sslErrorsOf(const QWebEngineCertificateError& error)
+{
+    const QList<QSslCertificate> chain = error.certificateChain();
+    const QSslCertificate first = chain.isEmpty() ? QSslCertificate() : chain.constFirst();
+    switch (error.type()) {
+    case QWebEngineCertificateError::CertificateAuthorityInvalid:
+        return { QSslError(QSslError::CertificateUntrusted, first) };
+    case QWebEngineCertificateError::CertificateDateInvalid:
+        // The engine tells expired and not yet valid apart by no type of their own.
+        return { QSslError(first.expiryDate() < QDateTime::currentDateTimeUtc() ? QSslError::CertificateExpired
+                                                                                : QSslError::CertificateNotYetValid,
+                           first) };
+    case QWebEngineCertificateError::CertificateCommonNameInvalid:
+        return { QSslError(QSslError::HostNameMismatch, first) };
+    case QWebEngineCertificateError::CertificateRevoked:
+        return { QSslError(QSslError::CertificateRevoked, first) };
+    default:
+        return { QSslError(QSslError::UnspecifiedError, first) };
+    }
+}
+
+// In place of a page whose server wasn't trusted: what the program's other windows would say.
+QString refusedPage(const QString& reason)
+{
+    return QStringLiteral("<!DOCTYPE html><html lang=\"de\"><head><meta charset=\"utf-8\"><title>Nicht "
+                          "vertrauenswürdig</title></head><body style=\"font-family:sans-serif;margin:24px\">"
+                          "<h3>Die Seite kann nicht angezeigt werden.</h3><p>%1</p><p>Es wurde nichts an den "
+                          "Server gesendet.</p></body></html>")
+        .arg(reason.toHtmlEscaped());
+}
+
 class Page : public QWebEnginePage
 {
 public:
@@ -62,6 +98,17 @@ public:
         : QWebEnginePage(profile, parent)
         , m_handlers(handlers)
     {
+        // Not accepted, the certificate is refused; nothing ever accepts one the system doesn't
+        // trust. The page that failed then gives way to the reason.
+        connect(this, &QWebEnginePage::certificateError, this, [this](const QWebEngineCertificateError& error) {
+            m_refusal = m_handlers.describeCertificate(error.url().host(), sslErrorsOf(error));
+        });
+        connect(this, &QWebEnginePage::loadFinished, this, [this](bool ok) {
+            if (ok || m_refusal.isEmpty())
+                return;
+            setHtml(refusedPage(m_refusal), QUrl(QStringLiteral("about:blank")));
+            m_refusal.clear();
+        });
     }
 
 protected:
@@ -77,6 +124,7 @@ protected:
 
 private:
     WebEngineHandlers m_handlers;
+    QString m_refusal;
 };
 
 QWebEngineProfile* profile()

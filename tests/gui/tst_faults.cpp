@@ -6,6 +6,7 @@
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
+#include "TestCertificates.h"
 #include "TestStore.h"
 #include "account/frmFirstTime.h"
 #include "account/frmNews.h"
@@ -30,6 +31,12 @@ namespace {
 enum class Window { Send, Schedule, Bulk, Balance, Version, News, Wizard, WebGroup, Phonebook, Shop };
 
 const QString Gone = QStringLiteral("gone");
+// The service on HTTPS with a certificate the system doesn't trust, and with one it trusts.
+const QString Untrusted = QStringLiteral("tls-untrusted");
+const QString Trusted = QStringLiteral("tls-trusted");
+const QString CertificateText
+    = QStringLiteral("Das Zertifikat des Servers 127.0.0.1 ist nicht vertrauenswürdig: es ist "
+                     "von keiner vertrauenswürdigen Stelle ausgestellt.");
 const QString GuardText = QStringLiteral("Das SMS Gateway hat auf die Anfrage nicht reagiert.\r\n"
                                          "Mit hoher Wahrscheinlichkeit wurde die Nachricht NICHT versendet.");
 
@@ -38,7 +45,24 @@ const QString GuardText = QStringLiteral("Das SMS Gateway hat auf die Anfrage ni
 // download doesn't take an error page for what it asked.
 bool answers(const QString& fault, bool send = false)
 {
-    return fault.startsWith(u"slow") || fault == u"garbage" || fault == u"empty" || (send && fault == u"http500");
+    return fault.startsWith(u"slow") || fault == Trusted || fault == u"garbage" || fault == u"empty"
+        || (send && fault == u"http500");
+}
+
+// A fault the program gets through as if there were none.
+bool good(const QString& fault)
+{
+    return fault.startsWith(u"slow") || fault == Trusted;
+}
+
+// Why a request that brought no answer didn't go, as the bulk log says it.
+QString expectedReason(const QString& fault)
+{
+    if (fault == Gone)
+        return QStringLiteral("Keine Verbindung zum Server");
+    if (fault == Untrusted)
+        return CertificateText;
+    return QStringLiteral("Der Server hat die Verbindung ohne Antwort geschlossen.");
 }
 } // namespace
 
@@ -47,13 +71,20 @@ class TestFaults : public QObject
     Q_OBJECT
 
     MainWindowHarness m_harness;
+    std::unique_ptr<TestCertificates> m_certificates;
 
     void breakService(const QString& path, const QString& fault)
     {
-        if (fault == Gone)
+        if (fault == Gone) {
             m_harness.service()->stop();
-        else
+        } else if (fault == Untrusted || fault == Trusted) {
+            const auto kind = fault == Trusted ? TestCertificates::Trusted : TestCertificates::SelfSigned;
+            QVERIFY(
+                m_harness.startService({ QStringLiteral("--info-answer"), QStringLiteral("7"), QStringLiteral("--tls"),
+                                         m_certificates->certificateFile(kind), m_certificates->keyFile() }));
+        } else {
             QVERIFY(m_harness.service()->setFault(path, fault));
+        }
     }
 
     template<typename T> T* child(const char* name) const { return m_harness.child<T>(name); }
@@ -64,10 +95,18 @@ class TestFaults : public QObject
     {
         frmMain* main = m_harness.main();
         auto* tm = main->findChild<QTimer*>(QStringLiteral("tm"));
+        if (fault == Untrusted) {
+            // Nothing went, and the user learns why at once, not from the guard timer.
+            QTRY_COMPARE(boxes.count(), 1);
+            QCOMPARE(boxes.last().text, QStringLiteral("Die SMS wurde nicht versendet.\r\n") + CertificateText);
+            QVERIFY(!tm->isActive());
+            QCOMPARE(child<SmsTextEdit>("txtSMS")->text(), QStringLiteral("Hallo"));
+            return;
+        }
         if (answers(fault, true)) {
             QTRY_COMPARE_WITH_TIMEOUT(boxes.count(), 1, 10000);
             QCOMPARE(boxes.last().title, QStringLiteral("Antwort des SMS Gateways"));
-            const bool accepted = fault.startsWith(u"slow");
+            const bool accepted = good(fault);
             if (accepted)
                 QVERIFY2(boxes.last().text.contains(acceptedText), qPrintable(boxes.last().text));
             QCOMPARE(child<SmsTextEdit>("txtSMS")->text(), accepted ? QString() : QStringLiteral("Hallo"));
@@ -90,6 +129,15 @@ class TestFaults : public QObject
     }
 
 private slots:
+    // The certificates of the HTTPS rows; the system trusts their CA as an administrator would
+    // have it trusted, before the program's first transfer.
+    void initTestCase()
+    {
+        m_certificates = std::make_unique<TestCertificates>();
+        QVERIFY2(m_certificates->error().isEmpty(), qPrintable(m_certificates->error()));
+        qputenv("SSL_CERT_FILE", m_certificates->caFile().toLocal8Bit());
+    }
+
     void init()
     {
         m_harness.resetStore();
@@ -116,7 +164,8 @@ private slots:
             { Window::Shop, "shop pane" },
         };
         for (const auto& [window, name] : windows) {
-            for (const char* fault : { "slow:300", "drop", "http500", "garbage", "empty", "gone" })
+            for (const char* fault :
+                 { "slow:300", "drop", "http500", "garbage", "empty", "gone", "tls-untrusted", "tls-trusted" })
                 QTest::addRow("%s, %s", name, fault) << window << QString::fromLatin1(fault);
         }
     }
@@ -174,10 +223,7 @@ private slots:
                      fault == u"garbage" || fault == u"http500");
             QCOMPARE(text.count(QStringLiteral("!!!! Nicht versendet an ")), answers(fault, true) ? 0 : 2);
             if (!answers(fault, true))
-                QVERIFY2(text.contains(fault == Gone
-                                           ? QStringLiteral("Ben (00491711234568): Keine Verbindung zum Server")
-                                           : QStringLiteral("Ben (00491711234568): Der Server hat die "
-                                                            "Verbindung ohne Antwort geschlossen.")),
+                QVERIFY2(text.contains(QStringLiteral("Ben (00491711234568): ") + expectedReason(fault)),
                          qPrintable(text));
             QCOMPARE(table.rowCount(), 2);
             QCOMPARE(child<SmsTextEdit>("txtSMS")->text(), QStringLiteral("Hallo %name%"));
@@ -189,13 +235,15 @@ private slots:
             breakService(QStringLiteral("/sms/count.php"), fault);
             m_harness.main()->refreshCredits();
             QCOMPARE(child<QLabel>("lblCredits")->text(),
-                     fault.startsWith(u"slow") ? QStringLiteral("500 Credits") : QStringLiteral("kein Internet"));
-            QCOMPARE(m_harness.main()->credits, fault.startsWith(u"slow") ? 500 : -1);
+                     good(fault)              ? QStringLiteral("500 Credits")
+                         : fault == Untrusted ? QStringLiteral("Zertifikat nicht vertrauenswürdig")
+                                              : QStringLiteral("kein Internet"));
+            QCOMPARE(m_harness.main()->credits, good(fault) ? 500 : -1);
             break;
 
         case Window::Version: {
             // A failed check shows "no internet" once and the start goes on; an empty answer asks
-            // again until one comes.
+            // again until one comes. A server that isn't trusted is named, and the start goes on.
             breakService(QStringLiteral("/update/version"), fault);
             int noInternet = 0;
             const std::function<void(QWidget*)> closeIt = [&](QWidget* modal) {
@@ -204,10 +252,12 @@ private slots:
                     m_harness.service()->setFault(QStringLiteral("/update/version"), QStringLiteral("none"));
                 modal->close();
             };
-            if (!fault.startsWith(u"slow"))
+            if (!good(fault) && fault != Untrusted)
                 onNextModal(closeIt);
             m_harness.loadMain();
-            QCOMPARE(noInternet, fault.startsWith(u"slow") ? 0 : 1);
+            QCOMPARE(noInternet, good(fault) || fault == Untrusted ? 0 : 1);
+            QCOMPARE(boxes.count(), fault == Untrusted ? 1 : 0);
+            QCOMPARE(boxes.last().text, fault == Untrusted ? CertificateText : QString());
             QVERIFY(m_harness.main()->isVisible());
             break;
         }
@@ -221,7 +271,7 @@ private slots:
                 onNextModal([](QWidget* modal) { modal->close(); }); // the version check's window
             m_harness.loadMain();
             QVERIFY(m_harness.main()->isVisible());
-            if (fault.startsWith(u"slow")) {
+            if (good(fault)) {
                 QTRY_VERIFY(frmNews::loaded() && frmNews::loaded()->isVisible());
                 QCOMPARE(Options().InfoVersion(), 7);
             } else {
@@ -242,15 +292,16 @@ private slots:
             breakService(QStringLiteral("/sms/checkUser.php"), fault);
             boxes.clear();
             wizard.cmdDoIt->click();
-            if (fault.startsWith(u"slow")) {
+            if (good(fault)) {
                 QCOMPARE(unloaded.count(), 1);
                 break;
             }
             QCOMPARE(boxes.count(), 1);
             QCOMPARE(boxes.last().text,
-                     QStringLiteral("Der Server ist zurzeit nicht erreichbar oder hat nicht wie erwartet "
-                                    "geantwortet.\r\nBitte überprüfen Sie Ihre Internetverbindung und versuchen "
-                                    "Sie es erneut."));
+                     fault == Untrusted ? CertificateText
+                                        : QStringLiteral("Der Server ist zurzeit nicht erreichbar oder hat nicht wie "
+                                                         "erwartet geantwortet.\r\nBitte überprüfen Sie Ihre "
+                                                         "Internetverbindung und versuchen Sie es erneut."));
             QCOMPARE(unloaded.count(), 0);
             QVERIFY(wizard.isEnabled());
             QCOMPARE(wizard.txtOldEmail->text(), QStringLiteral("demo@quellbote.test"));
@@ -269,7 +320,7 @@ private slots:
                 in<WebView>(dialog, "web")->navigate(QStringLiteral("http://gruppe//jaeger.txt"));
             });
             in<QAction>(multi, "openWeb")->trigger();
-            if (fault.startsWith(u"slow")) {
+            if (good(fault)) {
                 QCOMPARE(multi->table().rowCount(), 2);
                 QCOMPARE(boxes.count(), 0);
             } else if (fault == u"empty") {
@@ -281,6 +332,7 @@ private slots:
                 QVERIFY(boxes.last().text.startsWith(
                     failed ? QStringLiteral("Die Gruppe konnte nicht aus dem Internet geladen werden.")
                            : QStringLiteral("Die geladenen Daten sind keine gültige Gruppe.")));
+                QCOMPARE(boxes.last().text.contains(CertificateText), fault == Untrusted);
                 QCOMPARE(multi->table().rowCount(), 1);
                 QCOMPARE(multi->table().rows().at(0).Name, QStringLiteral("Anna"));
             }

@@ -3,6 +3,7 @@
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
 #include "PageLinks.h"
+#include "TestCertificates.h"
 #include "TestStore.h"
 #include "account/frmNews.h"
 #include "account/frmPhonebook.h"
@@ -158,6 +159,26 @@ private slots:
         }
         QCOMPARE(boxes.count(), box.isEmpty() ? 0 : 1);
         QCOMPARE(boxes.last().text, box);
+    }
+
+    // A page of a server whose certificate isn't trusted gives way to the reason, in German.
+    void pageOfAnUntrustedServerSaysWhy()
+    {
+        const TestCertificates certificates;
+        QVERIFY2(certificates.error().isEmpty(), qPrintable(certificates.error()));
+        m_harness.resetStore();
+        QVERIFY(m_harness.startService(
+            { u"--tls"_s, certificates.certificateFile(TestCertificates::SelfSigned), certificates.keyFile() }));
+        MessageBoxScript boxes;
+        boxes.answer(MessageBox::Answer::Ok); // the version check names the certificate too
+        m_harness.loadMain();
+        m_harness.child<ToolbarButton>("tbPhonebook")->click();
+        const QString text = PageLinks::waitForText(phonebook()->web, u"nicht vertrauenswürdig"_s);
+        QVERIFY2(text.contains(u"Die Seite kann nicht angezeigt werden."_s), qPrintable(text));
+        QVERIFY(text.contains(u"Das Zertifikat des Servers 127.0.0.1 ist nicht vertrauenswürdig: es ist von keiner "
+                              "vertrauenswürdigen Stelle ausgestellt."_s));
+        // Nothing reached the service, the password neither.
+        QVERIFY(m_harness.service()->requests(u"/telefonbuch/telefonbuch.php"_s).isEmpty());
     }
 
     // The news come once for each number; shown ones are counted in the fault test.

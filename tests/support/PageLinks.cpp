@@ -48,6 +48,28 @@ std::optional<QPoint> linkCentre(QWebEngineView* engine, const QString& linkText
 }
 } // namespace
 
+QString waitForText(WebView* view, const QString& expected, int timeoutMs)
+{
+    const QDeadlineTimer deadline(timeoutMs);
+    while (!deadline.hasExpired()) {
+        if (auto* engine = view->findChild<QWebEngineView*>()) {
+            QString text;
+            QEventLoop loop;
+            engine->page()->runJavaScript(QStringLiteral("document.body ? document.body.innerText : ''"),
+                                          [&](const QVariant& value) {
+                                              text = value.toString();
+                                              loop.quit();
+                                          });
+            QTimer::singleShot(5000, &loop, &QEventLoop::quit);
+            loop.exec();
+            if (text.contains(expected))
+                return text;
+        }
+        QTest::qWait(100);
+    }
+    return {};
+}
+
 bool waitForLink(WebView* view, const QString& linkText, int timeoutMs)
 {
     const QDeadlineTimer deadline(timeoutMs);

@@ -14,4 +14,6 @@ namespace PageLinks {
 bool waitForLink(WebView* view, const QString& linkText, int timeoutMs = 30000);
 // A left click in the middle of the first link whose text is linkText.
 bool click(WebView* view, const QString& linkText);
+// The text of the page as it reads, once it holds expected (up to timeoutMs); empty otherwise.
+QString waitForText(WebView* view, const QString& expected, int timeoutMs = 30000);
 } // namespace PageLinks
