@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "DiskFull.h"
+#include "KillWhileWriting.h"
 #include "handoff/CMD5.h"
 #include "handoff/xmlServer.h"
 
@@ -227,6 +228,32 @@ private slots:
         QVERIFY(!result.error.isEmpty());
         QCOMPARE(filesIn(temp.path()), QStringList());
         QCOMPARE(filesIn(target.path()), QStringList());
+    }
+
+    // A job file in the server's folder is whole whenever the program was killed: the server
+    // never takes a cut one for a job.
+    void jobFilesAreWholeAfterAKillAtAnyMoment()
+    {
+        QTemporaryDir temp;
+        QTemporaryDir target;
+        const auto guard = pointTempAt(temp.path());
+        const QByteArray document
+            = xmlServer::singleAccountDocument(u"l"_s, u"p"_s, u"u"_s, u"1"_s, {}, QString(400, u'x'), u"Q"_s, u"1"_s);
+        const QString problem = killWhileWriting(
+            [&] {
+                for (;;)
+                    xmlServer::writeSingleAccountJob(u"l"_s, u"p"_s, u"u"_s, u"1"_s, {}, QString(400, u'x'), u"Q"_s,
+                                                     u"1"_s, target.path());
+            },
+            [&] {
+                for (const QString& name : filesIn(target.path())) {
+                    if (name.endsWith(u".xml") && readAll(target.filePath(name)) != document)
+                        return u"%1 is not the whole job"_s.arg(name);
+                }
+                return QString();
+            });
+        QVERIFY2(problem.isEmpty(), qPrintable(problem));
+        QVERIFY(!filesIn(target.path()).isEmpty());
     }
 };
 

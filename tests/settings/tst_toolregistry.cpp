@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "KillWhileWriting.h"
 #include "TestStore.h"
 #include "settings/ToolRegistry.h"
 
 #include <QFile>
+#include <QSettings>
 #include <QTest>
 
 using namespace ToolRegistry;
@@ -16,6 +18,32 @@ class TestToolRegistry : public QObject
 
 private slots:
     void init() { TestStore::reset(); }
+
+    // The store is rewritten whole at each save (it holds the password): a kill at any moment
+    // leaves the old file or the new one, never a cut one.
+    void storeIsWholeAfterAKillAtAnyMoment()
+    {
+        const QString big(3000, u'x');
+        QVERIFY(SaveRegString(root, u"eMail"_s, u"demo@quellbote.test"_s));
+        const QString problem = killWhileWriting(
+            [&] {
+                for (int i = 0;; ++i)
+                    SaveRegString(root, u"lastText"_s, QString::number(i % 2) + big);
+            },
+            [&] {
+                QSettings file(storeFileName(), QSettings::IniFormat);
+                const QString text = file.value(u"lastText"_s).toString();
+                if (file.status() != QSettings::NoError || file.value(u"eMail"_s) != u"demo@quellbote.test"_s)
+                    return u"the store can't be read whole"_s;
+                if (!text.isEmpty() && text != u"0"_s + big && text != u"1"_s + big)
+                    return u"lastText is cut: %1 characters"_s.arg(text.size());
+                return QString();
+            });
+        QVERIFY2(problem.isEmpty(), qPrintable(problem));
+        // A killed writer leaves its lock behind, and as a fork of this process it names this one,
+        // which would wait the lock out as if another program held it.
+        QFile::remove(storeFileName() + u".lock"_s);
+    }
 
     void absentValueReadsEmptyAndCreatesNothing()
     {
