@@ -25,17 +25,7 @@ base=$(sed -n 's/^listening on //p' "$demo/service.log" | head -n 1)
 [ -n "$base" ] || { echo "quellbote-service did not start" >&2; exit 1; }
 echo "quellbote-service at $base (journal: $demo/journal.jsonl)"
 
-{
-    printf '[URLs]\r\n'
-    for entry in Homepage=/ Helppage=/hilfe/ SendSMS=/smsv3/smsv3.php CronSMS=/cronjob/send_repeat.php \
-        EditCronSMS=/terminversand/deleteSMS.php Phonebook=/telefonbuch/telefonbuch.php \
-        WebGroup=/sms/gruppenv2/gruppenv2.php BuyCredits=/sms/buyCredits.php CheckUser=/sms/checkUser.php \
-        CreateUser=/sms/createUser.php 'SmsCount=/sms/count.php?email=' CheckVersion=/update/version \
-        CheckInfo=/update/infoVersion AGB=/sms_agb/sms_agb.htm WebGroupDir=/sms/gruppenv2/ News=/news.htm \
-        Update=/update/quellbote.exe; do
-        printf '%s=%s%s\r\n' "${entry%%=*}" "$base" "${entry#*=}"
-    done
-} > "$demo/oem.inf"
+write_oem_inf "$base" "$demo/oem.inf"
 
 # The demo account, stored once, as the first-start wizard would store it. "./run.sh --new-user"
 # starts instead with an empty store of its own, so that the wizard comes up.

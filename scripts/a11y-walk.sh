@@ -61,6 +61,7 @@ if [ "${1:-}" != "--inside" ]; then
     exit $?
 fi
 shift
+source scripts/common.sh
 
 out="$A11Y_OUT"
 export LANG=de_DE.UTF-8 LANGUAGE=de LC_ALL=de_DE.UTF-8
@@ -107,17 +108,7 @@ disown $!
 for _ in $(seq 1 50); do grep -q "^listening on" "$demo/service.log" 2>/dev/null && break; sleep 0.1; done
 base=$(sed -n 's/^listening on //p' "$demo/service.log" | head -n 1)
 [ -n "$base" ] || { echo "quellbote-service did not start" >&2; exit 1; }
-{
-    printf '[URLs]\r\n'
-    for entry in Homepage=/ Helppage=/hilfe/ SendSMS=/smsv3/smsv3.php CronSMS=/cronjob/send_repeat.php \
-        EditCronSMS=/terminversand/deleteSMS.php Phonebook=/telefonbuch/telefonbuch.php \
-        WebGroup=/sms/gruppenv2/gruppenv2.php BuyCredits=/sms/buyCredits.php CheckUser=/sms/checkUser.php \
-        CreateUser=/sms/createUser.php 'SmsCount=/sms/count.php?email=' CheckVersion=/update/version \
-        CheckInfo=/update/infoVersion AGB=/sms_agb/sms_agb.htm WebGroupDir=/sms/gruppenv2/ News=/news.htm \
-        Update=/update/quellbote.exe; do
-        printf '%s=%s%s\r\n' "${entry%%=*}" "$base" "${entry#*=}"
-    done
-} >"$demo/oem.inf"
+write_oem_inf "$base" "$demo/oem.inf"
 {
     printf '[General]\neMail=demo@quellbote.test\nPassword=demo\nfirstStartHasRun=true\n'
     # The news come up only when asked for: they load the web engine at start.

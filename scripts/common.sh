@@ -35,3 +35,20 @@ configure_fuzz_tree() {
     CC=clang-14 CXX=clang++-14 cmake -S . -B "$build_dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
         -DQUELLBOTE_FUZZ=ON -DBUILD_TESTING=OFF "$@"
 }
+
+# An oem.inf at $2 that points all 17 addresses of the program at the service at $1, as a
+# rebranded installation points them at its own server.
+write_oem_inf() {
+    local base="$1" file="$2" entry
+    {
+        printf '[URLs]\r\n'
+        for entry in Homepage=/ Helppage=/hilfe/ SendSMS=/smsv3/smsv3.php CronSMS=/cronjob/send_repeat.php \
+            EditCronSMS=/terminversand/deleteSMS.php Phonebook=/telefonbuch/telefonbuch.php \
+            WebGroup=/sms/gruppenv2/gruppenv2.php BuyCredits=/sms/buyCredits.php CheckUser=/sms/checkUser.php \
+            CreateUser=/sms/createUser.php 'SmsCount=/sms/count.php?email=' CheckVersion=/update/version \
+            CheckInfo=/update/infoVersion AGB=/sms_agb/sms_agb.htm WebGroupDir=/sms/gruppenv2/ News=/news.htm \
+            Update=/update/quellbote.exe; do
+            printf '%s=%s%s\r\n' "${entry%%=*}" "$base" "${entry#*=}"
+        done
+    } >"$file"
+}
