@@ -268,11 +268,9 @@ void frmTimeControl::buildControls()
 
 void frmTimeControl::connectHandlers()
 {
-    // An option button acts on every click, also on the one already selected (which changes
-    // nothing in the group, but brings its panel back where the series settings showed another),
-    // and whenever it becomes selected otherwise: by the keyboard, assistive technology or the
-    // program itself. Each action only sets what its button stands for, so a click that also
-    // selects the button may run it twice.
+    // An option button acts on every click, the selected one's too, and whenever it becomes
+    // selected otherwise (keyboard, assistive technology, the program). Each action only sets
+    // what its button stands for, so running it twice for one click does no harm.
     const auto onSelect = [this](QRadioButton* button, std::function<void()> action) {
         connect(button, &QRadioButton::toggled, this, [action](bool on) {
             if (on)
@@ -307,9 +305,10 @@ void frmTimeControl::connectHandlers()
     }
     connect(tbSendTimes, &QLineEdit::textChanged, this, &frmTimeControl::tbSendTimes_Change);
     // The start picker's own button and its field (a child of its own) both take clicks.
+    m_startPickerField = DTPickerStart->findChild<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly);
     for (QWidget* w :
          { static_cast<QWidget*>(cmbMonthDayDate->lineEdit()), static_cast<QWidget*>(cmbYearlyDayDate->lineEdit()),
-           static_cast<QWidget*>(tbSendTimes), static_cast<QWidget*>(DTPickerStart), startPickerField() })
+           static_cast<QWidget*>(tbSendTimes), static_cast<QWidget*>(DTPickerStart), m_startPickerField })
         w->installEventFilter(this);
 
     // The pickers check what the user chose: when editing ends and when a day is picked.
@@ -482,11 +481,10 @@ void frmTimeControl::tbSendTimes_Change()
 
 bool frmTimeControl::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::MouseButtonPress && (watched == DTPickerStart || watched == startPickerField())) {
-        // Each click on the start picker adds the days once more to the day-of-month list. The
-        // press counts: the release of a click on the button goes to the calendar it opened.
+    // Each click on the start picker adds the days once more to the day-of-month list. The press
+    // counts: the release of a click on the button goes to the calendar it opened.
+    if (event->type() == QEvent::MouseButtonPress && (watched == DTPickerStart || watched == m_startPickerField))
         cmbMonthDayDate->addItems(ScheduleDialogRules::monthDayItems());
-    }
     if (event->type() != QEvent::FocusOut)
         return QDialog::eventFilter(watched, event);
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
@@ -503,11 +501,6 @@ bool frmTimeControl::eventFilter(QObject* watched, QEvent* event)
         tbSendTimes->setText(ScheduleDialogRules::sendTimesOnLeave(tbSendTimes->text()));
     }
     return QDialog::eventFilter(watched, event);
-}
-
-QWidget* frmTimeControl::startPickerField() const
-{
-    return DTPickerStart->findChild<QLineEdit*>(QString(), Qt::FindDirectChildrenOnly);
 }
 
 void frmTimeControl::DTPickerStart_Change()

@@ -62,8 +62,6 @@ private:
     void checkOnChange(QComboBox* box, int rule);
     void tbSendTimes_Change();
     void DTPickerStart_Change();
-    // The text field inside DTPickerStart.
-    QWidget* startPickerField() const;
     void DTPickerStop_Change();
     void cbSend_Click();
     void cbCancel_Click();
@@ -78,6 +76,7 @@ private:
     bool m_checking = false;
 
     QDateTimeEdit* DTPickerStart;
+    QWidget* m_startPickerField = nullptr; // the text field inside DTPickerStart
     QComboBox* cmbTimeHour;
     QComboBox* cmbTimeMinutes;
     QCheckBox* cbRepetition;
