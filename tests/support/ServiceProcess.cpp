@@ -11,6 +11,9 @@
 
 using namespace Qt::StringLiterals;
 
+#include <csignal>
+#include <sys/prctl.h>
+
 ServiceProcess::ServiceProcess(const QStringList& extraArguments)
 {
     const QString program = qEnvironmentVariable("QUELLBOTE_SERVICE");
@@ -21,6 +24,9 @@ ServiceProcess::ServiceProcess(const QStringList& extraArguments)
                                          m_dir.filePath(QStringLiteral("journal.jsonl")) }
                            + extraArguments);
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // A test that dies (a sanitizer ends it at the first fault) takes its service along: left
+    // running, the service would keep ctest's output open and hold the test up to its timeout.
+    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_process.start();
     QElapsedTimer timer;
     timer.start();
