@@ -6,11 +6,38 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QHostAddress>
+#include <QSocketNotifier>
 #include <QSslCertificate>
 #include <QSslConfiguration>
 #include <QSslKey>
 
+#include <csignal>
 #include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+int quitPipe[2] = { -1, -1 };
+
+// A signal only writes a byte; the event loop reads it and quits.
+void quitOnSignal(int)
+{
+    const char byte = 0;
+    [[maybe_unused]] const ssize_t written = ::write(quitPipe[1], &byte, 1);
+}
+
+// SIGTERM and SIGINT end the service through the end of main(), as any program ends: the service
+// and its journal are closed, and a sanitizer build checks the process for leaks.
+void quitOnTermination(QCoreApplication& app)
+{
+    if (::pipe2(quitPipe, O_CLOEXEC) != 0)
+        return;
+    auto* notifier = new QSocketNotifier(quitPipe[0], QSocketNotifier::Read, &app);
+    QObject::connect(notifier, &QSocketNotifier::activated, &app, &QCoreApplication::quit);
+    std::signal(SIGTERM, quitOnSignal);
+    std::signal(SIGINT, quitOnSignal);
+}
+} // namespace
 
 namespace {
 // The server side of TLS: the certificate file (the server's certificate first, any chain after
@@ -108,6 +135,7 @@ int main(int argc, char* argv[])
         std::fprintf(stderr, "quellbote-service: cannot listen on port %s\n", qPrintable(parser.value(port)));
         return 1;
     }
+    quitOnTermination(app);
     std::fprintf(stdout, "listening on %s://127.0.0.1:%u\n", parser.isSet(tls) ? "https" : "http", unsigned(bound));
     std::fflush(stdout);
     return QCoreApplication::exec();
