@@ -53,9 +53,16 @@ ServiceProcess::~ServiceProcess()
 void ServiceProcess::stop()
 {
     if (m_process.state() != QProcess::NotRunning) {
-        m_process.kill();
-        m_process.waitForFinished(3000);
+        // Asked to end, the service leaves through main(), where a sanitizer build checks it.
+        m_process.terminate();
+        if (!m_process.waitForFinished(10000)) {
+            m_process.kill();
+            m_process.waitForFinished(3000);
+        }
     }
+    // A service that crashed, hung, or ended with a sanitizer's report fails the test that used it.
+    if (m_port != 0 && (m_process.exitStatus() != QProcess::NormalExit || m_process.exitCode() != 0))
+        qFatal("quellbote-service did not end cleanly (exit code %d); its report is above", m_process.exitCode());
 }
 
 QString ServiceProcess::baseUrl() const
