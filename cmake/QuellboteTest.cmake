@@ -24,6 +24,20 @@ function(add_quellbote_test)
         list(APPEND env "QTWEBENGINE_DISABLE_SANDBOX=1"
             "QTWEBENGINE_CHROMIUM_FLAGS=--disable-gpu --no-first-run --disable-background-networking")
     endif()
+    if(QUELLBOTE_SANITIZE)
+        # Any finding ends the test (or the service it started) with a report; undefined behaviour
+        # too, instead of being printed and passed over. Leaks are checked at the end of each
+        # process; tests/lsan.supp lists those of libraries we don't build.
+        set(asan "strict_string_checks=1:detect_stack_use_after_return=1")
+        if(ARG_GUI)
+            # Chromium in Qt WebEngine frees a page's parts with a smaller size than it allocated
+            # them with (in ~WebContentsAdapter); the check can't be limited to our code.
+            string(APPEND asan ":new_delete_type_mismatch=0")
+        endif()
+        list(APPEND env "ASAN_OPTIONS=${asan}"
+            "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp"
+            "UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1:suppressions=${PROJECT_SOURCE_DIR}/tests/ubsan.supp")
+    endif()
     if(ARG_SERVICE)
         list(APPEND env "QUELLBOTE_SERVICE=$<TARGET_FILE:quellbote-service>")
         set(label "${label};service")
