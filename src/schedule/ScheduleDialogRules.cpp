@@ -122,9 +122,10 @@ YearlyDayList refreshYearlyDayList(const QString& cmbYearlyMonthDate, const QStr
     const int month = CronRules::monthNumberFromName(cmbYearlyMonthDate).toInt();
     const int year = now.date().year();
     const int c = CronRules::DayOfMonthCount(month, year);
-    // The chosen day this year, cut to the month's length. A day box that holds no day makes no
-    // date, and the list is then for the current year.
-    const int E = dNumeric && c < d ? c : int(d);
+    // The chosen day this year, cut to the month's length. A day box that holds no day, or a day
+    // before the first (however far below, beyond what an int holds), makes no date, and the list
+    // is then for the current year.
+    const int E = dNumeric && c < d ? c : d < 1 ? 0 : int(d);
     const QDate dateThisYear(year, month, E);
     const QTime sendTime(cmbTimeHour.toInt(), cmbTimeMinutes.toInt());
     list.targetYear = year;

@@ -118,6 +118,8 @@ private slots:
         QTest::newRow("today at the send time") << u"März"_s << u"05"_s << at(2027, 3, 5, 9) << 2027 << 31 << u"05"_s;
         QTest::newRow("tomorrow") << u"März"_s << u"06"_s << at(2027, 3, 5, 10) << 2027 << 31 << u"06"_s;
         QTest::newRow("empty day box stays") << u"Mai"_s << QString() << at(2027, 6, 1, 10) << 2027 << 31 << QString();
+        QTest::newRow("day far below the first stays")
+            << u"Mai"_s << u"-1e12"_s << at(2027, 6, 1, 10) << 2027 << 31 << u"-1e12"_s;
     }
 
     void yearlyDayList()
