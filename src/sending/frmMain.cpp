@@ -53,6 +53,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <limits>
+
 namespace {
 frmMain*& theInstance()
 {
@@ -211,12 +213,14 @@ void frmMain::restorePosition()
 {
     const QRect screen = (this->screen() ? this->screen() : QGuiApplication::primaryScreen())->geometry();
     const QSize size = frameGeometry().size().isValid() ? frameGeometry().size() : this->size();
+    // A stored number beyond what a position (an int) holds is no position either.
+    constexpr double beyond = std::numeric_limits<int>::max();
     bool ok = false;
     double x = tools::NumericValue(readSession(u"x"), &ok);
-    if (!ok || x < 0)
+    if (!ok || x < 0 || x > beyond)
         x = screen.width() / 2 - size.width() / 2;
     double y = tools::NumericValue(readSession(u"y"), &ok);
-    if (!ok || y < 0)
+    if (!ok || y < 0 || y > beyond)
         y = screen.height() / 2 - size.height() / 2;
     move(int(x), int(y));
 }
