@@ -102,6 +102,7 @@ private slots:
         QTest::newRow("negative x centres x only") << u"-100"_s << u"9"_s << true << false;
         QTest::newRow("text x centres x only") << u"abc"_s << u"9"_s << true << false;
         QTest::newRow("missing y centres y only") << u"7"_s << QString() << false << true;
+        QTest::newRow("x beyond an int centres x only") << u"1e12"_s << u"9"_s << true << false;
     }
 
     void position()
