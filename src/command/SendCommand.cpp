@@ -242,6 +242,8 @@ bool SendCommand::readMessages(const SendArguments& a, const QString& text)
                  QStringLiteral("Die Datei %1 kann nicht gelesen werden oder ist keine MultiSMS-Datei.").arg(a.file));
             return false;
         }
+        table.recalcMaxSizes();
+        m_placeholders = { table.getMaxNameSize(), table.getMaxFrei1Size(), table.getMaxFrei2Size(), table.rowCount() };
         for (int i = 0; i < table.rowCount(); ++i) {
             const RecipientRow& row = table.rows().at(i);
             const std::optional<RecipientText::RowMessage> message
@@ -277,8 +279,6 @@ int SendCommand::dryRun()
     const cOptionen& o = Options();
     const MessageSize::SmsOptions options = MessageSize::smsOptionsOf(o);
     const QString url = GatewayRequest::requestUrl(m_schedule.has_value(), Urls().SendSMS(), Urls().CronSMS());
-    int count = 0;
-    int total = 0;
     for (const Message& m : std::as_const(m_messages)) {
         const MessageSize::SmsSizeFigures figures = MessageSize::recalcSmsSize(m.text, false, options);
         const int price = MessageSize::updateCost(options, m.key, m.rest);
@@ -298,9 +298,11 @@ int SendCommand::dryRun()
             m_out << QStringLiteral("  POST ") << url << '\n'
                   << QStringLiteral("  ") << GatewayRequest::requestBody(request) << '\n';
         }
-        count += figures.txtAnzahlSMS;
-        total += figures.txtAnzahlSMS * price;
     }
+    // The figures the window shows: "Anzahl SMS" of the message, or of the whole run, at the price
+    // of one SMS.
+    const int count = messageCount();
+    const int total = count * MessageSize::updateCost(options, m_messages.value(0).key, m_messages.value(0).rest);
     QString failure;
     const qint32 credits = queryBalance(&failure);
     m_out << QStringLiteral("Gesamt: %1 SMS, %2 Credits. ").arg(count).arg(total);
@@ -321,10 +323,7 @@ int SendCommand::send()
     // it tests with; an unknown balance never stops the sending.
     if (!o.xmlIsServerUsed()) {
         const qint32 credits = queryBalance();
-        double anzahl = 0;
-        for (const Message& m : std::as_const(m_messages))
-            anzahl += MessageSize::recalcSmsSize(m.text, false, options).txtAnzahlSMS;
-        if (MessageSize::isBalanceTooLow(credits, anzahl, MessageSize::balanceTestPrice(options))) {
+        if (MessageSize::isBalanceTooLow(credits, messageCount(), MessageSize::balanceTestPrice(options))) {
             return fail(Refused,
                         m_bulk ? QStringLiteral("Sie verfügen nicht mehr über ein ausreichendes Guthaben um "
                                                 "alle Nachrichten zu verschicken.")
@@ -373,6 +372,14 @@ int SendCommand::send()
         }
     }
     return unreachable ? Unreachable : refused ? Refused : Sent;
+}
+
+int SendCommand::messageCount() const
+{
+    const MessageSize::SmsOptions options = MessageSize::smsOptionsOf(Options());
+    if (m_bulk)
+        return MessageSize::recalcSmsSize(m_template, true, options, m_placeholders).txtAnzahlMultiSMS;
+    return m_messages.isEmpty() ? 0 : MessageSize::recalcSmsSize(m_template, false, options).txtAnzahlSMS;
 }
 
 SendCommand::Exit SendCommand::post(const QString& url, const QString& body, QString* words)

@@ -7,6 +7,7 @@
 
 #include "SendArguments.h"
 #include "sending/GatewayRequest.h"
+#include "sending/MessageSize.h"
 
 #include <QString>
 #include <QStringList>
@@ -56,6 +57,8 @@ private:
     int send();
     // The last known balance, -1 when the query failed or the account is unknown.
     qint32 queryBalance(QString* failure = nullptr);
+    // "Anzahl SMS" as the window shows it, for the message or the whole run.
+    int messageCount() const;
     // One part to the gateway, strictly after the one before.
     Exit post(const QString& url, const QString& body, QString* words);
 
@@ -65,6 +68,7 @@ private:
     QString m_password;
     QString m_template; // the message text, placeholders and all
     bool m_bulk = false;
+    MessageSize::PlaceholderSizes m_placeholders; // of a bulk run's table
     std::optional<GatewayRequest::Schedule> m_schedule;
     QList<Message> m_messages;
 };
