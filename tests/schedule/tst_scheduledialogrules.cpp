@@ -39,7 +39,6 @@ private slots:
         QTest::newRow("14:49:59") << at(2026, 11, 22, 14, 49, 59) << at(2026, 11, 22, 14, 50);
         QTest::newRow("14:55") << at(2026, 11, 22, 14, 55) << at(2026, 11, 22, 15, 0);
         QTest::newRow("23:55 moves to the next day") << at(2026, 11, 22, 23, 55) << at(2026, 11, 23, 0, 0);
-        QTest::newRow("23:59 on New Year's Eve") << at(2026, 12, 31, 23, 59) << at(2027, 1, 1, 0, 0);
     }
 
     void proposal()
@@ -58,8 +57,7 @@ private slots:
     {
         QTest::addColumn<QDate>("today");
         QTest::addColumn<QString>("boxes");
-        QTest::newRow("1st") << QDate(2026, 3, 1) << u"1 1 Sonntag März"_s;
-        QTest::newRow("7th") << QDate(2026, 1, 7) << u"7 1 Mittwoch Januar"_s;
+        QTest::newRow("7th, a Sunday") << QDate(2026, 6, 7) << u"7 1 Sonntag Juni"_s;
         QTest::newRow("8th") << QDate(2026, 12, 8) << u"8 2 Dienstag Dezember"_s;
         QTest::newRow("28th") << QDate(2026, 2, 28) << u"28 4 Samstag Februar"_s;
         QTest::newRow("29th") << QDate(2026, 6, 29) << u"29 5 Montag Juni"_s;
@@ -148,7 +146,6 @@ private slots:
         QTest::newRow("hour 22") << Box::cmbTimeHour << u"22"_s << 0 << u"22"_s;
         QTest::newRow("hour 23 only from the list") << Box::cmbTimeHour << u"23"_s << 0 << QString();
         QTest::newRow("hour -1") << Box::cmbTimeHour << u"-1"_s << 0 << QString();
-        QTest::newRow("hour letters") << Box::cmbTimeHour << u"ab"_s << 0 << QString();
         QTest::newRow("minutes 55") << Box::cmbTimeMinutes << u"55"_s << 0 << u"55"_s;
         QTest::newRow("minutes 56") << Box::cmbTimeMinutes << u"56"_s << 0 << QString();
         QTest::newRow("minutes 7 off the list") << Box::cmbTimeMinutes << u"7"_s << 0 << u"7"_s;
