@@ -49,7 +49,7 @@ class TestAddressBook : public QObject
         file.write(bytes);
     }
 
-    enum AddinState { NoKey, Registered, ChangedByHand, EmptyKey };
+    enum AddinState { NoKey, ChangedByHand, EmptyKey };
 
 private slots:
     void initTestCase()
@@ -262,7 +262,6 @@ private slots:
         QTest::addColumn<QString>("description");
         const QString description = u"Mit Hilfe von Quellbote eine SMS aus Outlook heraus versenden."_s;
         QTest::newRow("new key gets the values") << int(NoKey) << u"3"_s << description;
-        QTest::newRow("second registration changes nothing") << int(Registered) << u"3"_s << description;
         QTest::newRow("values changed by hand stay") << int(ChangedByHand) << u"2"_s << QString();
         QTest::newRow("an existing empty key stays empty") << int(EmptyKey) << QString() << QString();
     }

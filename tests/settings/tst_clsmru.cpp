@@ -86,7 +86,6 @@ private slots:
         QTest::addColumn<QString>("port");
         QTest::addColumn<int>("type");
         QTest::addColumn<QString>("proxy");
-        QTest::newRow("empty store") << u""_s << u""_s << u""_s << 0 << u":0"_s;
         QTest::newRow("system proxy ignores the host") << u"0"_s << u"proxy"_s << u"3128"_s << 0 << u":0"_s;
         QTest::newRow("named proxy") << u"2"_s << u"proxy.example"_s << u"3128"_s << 2 << u"proxy.example:3128"_s;
         QTest::newRow("port 65535 prints as -1") << u"2"_s << u"p"_s << u"65535"_s << 2 << u"p:-1"_s;

@@ -32,10 +32,6 @@ private slots:
         cOptionen o;
         QVERIFY(!o.isAntwortEnabled());
         QCOMPARE(o.xmlSingleUser(), u"False"_s);
-        QCOMPARE(o.Username(), QString());
-        QVERIFY(!o.FirstStartHasRun());
-        QCOMPARE(o.InfoVersion(), qint16(0));
-        QVERIFY(!o.ProxyOptionWebProxy());
     }
 
     // Values that nothing in the program changes (the status report among them) survive a save.

@@ -44,7 +44,6 @@ private slots:
         QTest::newRow("blanks only count as absent") << file << u"Strings"_s << u"Blanks"_s << u"fallback"_s;
         QTest::newRow("same key in two sections") << file << u"Images"_s << u"Header"_s << u"kopf.png"_s;
         QTest::newRow("missing key") << file << u"Strings"_s << u"Nichts"_s << u"fallback"_s;
-        QTest::newRow("missing section") << file << u"URLs"_s << u"SendSMS"_s << u"fallback"_s;
         QTest::newRow("missing file") << QByteArray() << u"a"_s << u"b"_s << u"fallback"_s;
         QTest::newRow("LF line ends, umlaut in Windows-1252")
             << QByteArray("[a]\nk=M\xfcller\n") << u"a"_s << u"k"_s << u"Müller"_s;
@@ -61,15 +60,6 @@ private slots:
         QFETCH(QString, value);
         writeOem(content);
         QCOMPARE(iniHandler::GetIniValue(ProgramFolder::oemFile(), section, key, u"fallback"_s), value);
-    }
-
-    void productNameWithoutTheKeyIsBuiltIn()
-    {
-        QCOMPARE(readProductName(), u"Quellbote"_s);
-        QCOMPARE(CUrlStore().SendSMS(), u"http://www.quellbote.de/smsv3/smsv3.php"_s);
-        QCOMPARE(CUrlStore().UpdaterName(), u"quellboteupdater.exe"_s);
-        writeOem("[Strings]\n");
-        QCOMPARE(readProductName(), u"Quellbote"_s);
     }
 
     void theme_data()
@@ -118,15 +108,12 @@ private slots:
                  "[Files]\nUpdater=updater\n");
         CUrlStore urls;
         QCOMPARE(urls.SendSMS(), u"http://127.0.0.1:9/send"_s);
-        // An empty value and keys in the wrong section leave the built-in value.
+        // An empty value and keys in the wrong section leave the built-in value, as a file
+        // without the product name leaves the built-in name.
         QCOMPARE(urls.CronSMS(), u"http://www.quellbote.de/cronjob/send_repeat.php"_s);
         QCOMPARE(urls.ExeName(), u"quellbote.exe"_s);
         QCOMPARE(urls.UpdaterName(), u"updater"_s);
-        QCOMPARE(urls.CheckVersion(), u"http://www.quellbote.de/update/version"_s);
-        QCOMPARE(urls.Homepage(), u"http://www.quellbote.de"_s);
-        QCOMPARE(urls.SmsCount(), u"http://www.quellbote.de/sms/count.php?email="_s);
-        QCOMPARE(urls.Helppage(), u"http://www.quellbote.de/hilfe/"_s);
-        QCOMPARE(urls.WebGroupDir(), u"http://www.quellbote.de/sms/gruppenv2/"_s);
+        QCOMPARE(readProductName(), u"Quellbote"_s);
     }
 };
 

@@ -45,10 +45,12 @@ private slots:
         QFile::remove(storeFileName() + u".lock"_s);
     }
 
+    // Reading an absent value, or failing to remove one, creates nothing, not even the store.
     void absentValueReadsEmptyAndCreatesNothing()
     {
         QCOMPARE(GetRegString(root + u"\\Nowhere"_s, u"x"_s), QString());
         QVERIFY(!GetRegBool(root, u"x"_s));
+        QVERIFY(!SaveRegString(root + u"\\Neu"_s, u"a"_s, u" "_s));
         QVERIFY(!QFile::exists(storeFileName()));
     }
 
@@ -57,37 +59,12 @@ private slots:
         QVERIFY(SaveRegString(root + u"\\MRU"_s, u"1"_s, u"  Anna;G171-123  "_s));
         QCOMPARE(TestStore::raw(u"1"_s, u"MRU"_s), u"  Anna;G171-123  "_s);
         QCOMPARE(GetRegString(root + u"\\MRU"_s, u"1"_s), u"  Anna;G171-123  "_s);
-        // Only blanks count as empty: a text of line breaks is a text.
+        QCOMPARE(CreateRegKey(root + u"\\MRU"_s), 2); // the value made the key
+        // Only blanks count as empty, and remove the value: a text of line breaks is a text.
         QVERIFY(SaveRegString(root, u"lastText"_s, u"\r\n"_s));
         QCOMPARE(TestStore::raw(u"lastText"_s), u"\r\n"_s);
-    }
-
-    void blankTextRemoves_data()
-    {
-        QTest::addColumn<bool>("exists");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("blanks remove an existing value") << true << u"   "_s;
-        QTest::newRow("blanks on an absent value fail") << false << u" "_s;
-    }
-
-    void blankTextRemoves()
-    {
-        QFETCH(bool, exists);
-        QFETCH(QString, text);
-        if (exists)
-            TestStore::put(u"Absenderkennung"_s, u"Firma"_s);
-        QCOMPARE(SaveRegString(root, u"Absenderkennung"_s, text), exists);
-        QVERIFY(!TestStore::has(u"Absenderkennung"_s));
-    }
-
-    void createRegKeyDisposition()
-    {
-        // A failed removal creates no key.
-        QVERIFY(!SaveRegString(root + u"\\Neu"_s, u"a"_s, QString()));
-        QCOMPARE(CreateRegKey(root + u"\\Neu"_s), 1);
-        QCOMPARE(CreateRegKey(root + u"\\Neu"_s), 2);
-        SaveRegString(root + u"\\MRU"_s, u"1"_s, u"x"_s);
-        QCOMPARE(CreateRegKey(root + u"\\MRU"_s), 2);
+        QVERIFY(SaveRegString(root, u"lastText"_s, u"   "_s));
+        QVERIFY(!TestStore::has(u"lastText"_s));
     }
 
     void readLimit_data()
