@@ -40,7 +40,6 @@ private slots:
         QTest::addColumn<QPoint>("releaseAt");
         QTest::newRow("left, let go on the button") << int(Qt::LeftButton) << QPoint(10, 10);
         QTest::newRow("left, let go outside") << int(Qt::LeftButton) << QPoint(400, -50);
-        QTest::newRow("right button") << int(Qt::RightButton) << QPoint(10, 10);
         QTest::newRow("middle button, let go outside") << int(Qt::MiddleButton) << QPoint(-20, 300);
     }
 
