@@ -60,11 +60,9 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("transfer");
         QTest::addColumn<Answer>("answer");
-        QTest::newRow("0") << u"0"_s << true << Answer::Accepted;
         QTest::newRow("0 with blanks") << u" 0 "_s << true << Answer::Accepted;
         QTest::newRow("1") << u"1"_s << true << Answer::Refused;
         QTest::newRow("html page") << u"<html>"_s << true << Answer::Failed;
-        QTest::newRow("empty") << QString() << true << Answer::Failed;
         QTest::newRow("failed transfer") << u"0"_s << false << Answer::Failed;
     }
 
