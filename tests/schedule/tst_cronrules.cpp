@@ -21,6 +21,16 @@ ScheduleChoices series(const QString& sendTimes = u"1"_s)
     return c;
 }
 
+// The daily series at another time, or as a one-off.
+ScheduleChoices withTime(const QString& hour, const QString& minute, bool repeated = true)
+{
+    ScheduleChoices c = series();
+    c.cbRepetition = repeated;
+    c.cmbTimeHour = hour;
+    c.cmbTimeMinutes = minute;
+    return c;
+}
+
 ScheduleChoices weekdays(std::initializer_list<bool ScheduleChoices::*> ticked, const QString& sendTimes = u"1"_s)
 {
     ScheduleChoices c = series(sendTimes);
@@ -92,9 +102,7 @@ private slots:
         QTest::addColumn<QString>("cron");
         QTest::addColumn<QString>("end");
         const QString daily = u"05 09 * * *"_s;
-        ScheduleChoices oneOff = series();
-        oneOff.cbRepetition = false;
-        QTest::newRow("one-off") << oneOff << u"0"_s << u"0"_s;
+        QTest::newRow("one-off") << withTime(u"09"_s, u"05"_s, false) << u"0"_s << u"0"_s;
         QTest::newRow("every day, after 3 sendings") << series(u"3"_s) << daily << u"3"_s;
         QTest::newRow("Monday, Wednesday, Sunday")
             << weekdays({ &ScheduleChoices::chMon, &ScheduleChoices::chMit, &ScheduleChoices::chSon })
@@ -113,10 +121,7 @@ private slots:
             << yearlyOnDate(u"24"_s, u"Dezember"_s, u"2"_s) << QString() << u"2"_s;
         QTest::newRow("yearly, week 5, Freitag, März")
             << yearlyOnWeekday(u"5"_s, u"Freitag"_s, u"März"_s) << u"05 09 29-31 3 5"_s << u"1"_s;
-        ScheduleChoices singleDigits = series();
-        singleDigits.cmbTimeHour = u"7"_s;
-        singleDigits.cmbTimeMinutes = u"0"_s;
-        QTest::newRow("time boxes as they stand") << singleDigits << u"0 7 * * *"_s << u"1"_s;
+        QTest::newRow("time boxes as they stand") << withTime(u"7"_s, u"0"_s) << u"0 7 * * *"_s << u"1"_s;
         QTest::newRow("typed day 45 goes out as it stands") << monthlyOnDay(u"45"_s) << u"05 09 45 * *"_s << u"1"_s;
         QTest::newRow("default day text 5 has no leading zero") << monthlyOnDay(u"5"_s) << u"05 09 5 * *"_s << u"1"_s;
         QTest::newRow("week 01 is no week: two blanks in a row")
@@ -156,82 +161,62 @@ private slots:
                  u"2009-07-15 "_s + time.toString(u"hh:mm:ss"_s) + (choices.cbRepetition ? u""_s : u" "_s));
     }
 
-    void messages_data()
+    // A box that must hold a number breaks the press off and names the box, without a message
+    // and without a job; no weekday is a critical message, with start and end filled all the
+    // same; a warning lets the job be made.
+    void refusalsAndWarnings_data()
     {
         QTest::addColumn<ScheduleChoices>("choices");
+        QTest::addColumn<QString>("control");
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("text");
+        const QString none;
+        QTest::newRow("empty hour") << withTime(QString(), u"05"_s) << u"cmbTimeHour"_s << none << none;
+        QTest::newRow("minute with a letter, one-off")
+            << withTime(u"09"_s, u"5x"_s, false) << u"cmbTimeMinutes"_s << none << none;
+        QTest::newRow("hour 24 makes no time") << withTime(u"24"_s, u"05"_s) << u"cmbTimeHour"_s << none << none;
+        QTest::newRow("typed day of month") << monthlyOnDay(u"erster"_s) << u"cmbMonthDayDate"_s << none << none;
+        QTest::newRow("typed yearly week")
+            << yearlyOnWeekday(u"fünf"_s, u"Montag"_s, u"Mai"_s) << u"cmbYearlyWDayMulti"_s << none << none;
         QTest::newRow("no weekday ticked")
-            << weekdays({}) << u"Terminversand"_s << u"Sie müssen mind. einen Wochentag auswählen"_s;
-        QTest::newRow("day 29") << monthlyOnDay(u"29"_s) << u"Vorsicht"_s
+            << weekdays({}) << none << u"Terminversand"_s << u"Sie müssen mind. einen Wochentag auswählen"_s;
+        QTest::newRow("day 29") << monthlyOnDay(u"29"_s) << none << u"Vorsicht"_s
                                 << u"Die SMS wird nur in Monaten mit mind. 29 Tagen versendet"_s;
-        QTest::newRow("day 31") << monthlyOnDay(u"31"_s) << u"Vorsicht"_s
+        QTest::newRow("day 31") << monthlyOnDay(u"31"_s) << none << u"Vorsicht"_s
                                 << u"Die SMS wird nur in Monaten mit 31 Tagen versendet"_s;
-        QTest::newRow("day 28") << monthlyOnDay(u"28"_s) << QString() << QString();
-        QTest::newRow("day 45") << monthlyOnDay(u"45"_s) << QString() << QString();
-        QTest::newRow("monthly fifth week warns not")
-            << monthlyOnWeekday(u"5"_s, u"Montag"_s) << QString() << QString();
+        QTest::newRow("day 28") << monthlyOnDay(u"28"_s) << none << none << none;
+        QTest::newRow("day 45") << monthlyOnDay(u"45"_s) << none << none << none;
+        QTest::newRow("monthly fifth week warns not") << monthlyOnWeekday(u"5"_s, u"Montag"_s) << none << none << none;
         QTest::newRow("yearly fifth week")
-            << yearlyOnWeekday(u"5"_s, u"Montag"_s, u"Mai"_s) << u"Vorsicht"_s
+            << yearlyOnWeekday(u"5"_s, u"Montag"_s, u"Mai"_s) << none << u"Vorsicht"_s
             << u"Die SMS wird nur in Monaten versendet, in denen der Wochentag fünf Mal vorkommt"_s;
-        QTest::newRow("yearly fourth week") << yearlyOnWeekday(u"4"_s, u"Montag"_s, u"Mai"_s) << QString() << QString();
+        QTest::newRow("yearly fourth week") << yearlyOnWeekday(u"4"_s, u"Montag"_s, u"Mai"_s) << none << none << none;
         ScheduleChoices hiddenDay = monthlyOnDay(u"31"_s);
         hiddenDay.cbRepetition = false;
-        QTest::newRow("one-off ignores the hidden pattern boxes") << hiddenDay << QString() << QString();
+        QTest::newRow("one-off ignores the hidden pattern boxes") << hiddenDay << none << none << none;
     }
 
-    void messages()
+    void refusalsAndWarnings()
     {
         QFETCH(ScheduleChoices, choices);
+        QFETCH(QString, control);
         QFETCH(QString, title);
         QFETCH(QString, text);
         const Result r = generate(choices);
         const bool critical = title == u"Terminversand";
-        QCOMPARE(r.success, !critical);
+        QCOMPARE(r.success, control.isEmpty() && !critical);
+        QCOMPARE(r.invalidControl, control);
         QCOMPARE(r.messages.size(), text.isEmpty() ? 0 : 1);
         if (!text.isEmpty()) {
             QCOMPARE(r.messages.first().title, title);
             QCOMPARE(r.messages.first().text, text);
             QCOMPARE(r.messages.first().icon == Message::Icon::Critical, critical);
         }
-        if (critical) { // start and end are filled all the same
-            QVERIFY(r.invalidControl.isEmpty());
+        if (!r.success) {
             QCOMPARE(r.job.CronString(), QString());
-            QCOMPARE(r.job.StartTime(), u"2009-07-15 09:05:00"_s);
-            QCOMPARE(r.job.EndTime(), u"1"_s);
+            QCOMPARE(r.job.StartTime(), critical ? u"2009-07-15 09:05:00"_s : QString());
+            QCOMPARE(r.job.EndTime(), critical ? u"1"_s : QString());
         }
-    }
-
-    void boxesThatMustHoldNumbers_data()
-    {
-        QTest::addColumn<ScheduleChoices>("choices");
-        QTest::addColumn<QString>("control");
-        ScheduleChoices noHour = series();
-        noHour.cmbTimeHour.clear();
-        QTest::newRow("empty hour") << noHour << u"cmbTimeHour"_s;
-        ScheduleChoices badMinute = series();
-        badMinute.cbRepetition = false;
-        badMinute.cmbTimeMinutes = u"5x"_s;
-        QTest::newRow("minute with a letter, one-off") << badMinute << u"cmbTimeMinutes"_s;
-        ScheduleChoices lateHour = series();
-        lateHour.cmbTimeHour = u"24"_s;
-        QTest::newRow("hour 24 makes no time") << lateHour << u"cmbTimeHour"_s;
-        QTest::newRow("typed day of month") << monthlyOnDay(u"erster"_s) << u"cmbMonthDayDate"_s;
-        QTest::newRow("typed yearly week")
-            << yearlyOnWeekday(u"fünf"_s, u"Montag"_s, u"Mai"_s) << u"cmbYearlyWDayMulti"_s;
-    }
-
-    void boxesThatMustHoldNumbers()
-    {
-        QFETCH(ScheduleChoices, choices);
-        QFETCH(QString, control);
-        const Result r = generate(choices);
-        QVERIFY(!r.success);
-        QCOMPARE(r.invalidControl, control);
-        QVERIFY(r.messages.isEmpty());
-        QCOMPARE(r.job.CronString(), QString());
-        QCOMPARE(r.job.StartTime(), QString());
-        QCOMPARE(r.job.EndTime(), QString());
     }
 
     void dayOfMonthCount()
