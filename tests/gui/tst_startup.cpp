@@ -124,6 +124,8 @@ private slots:
         QVERIFY2(qAbs(at.y() - (yCentred ? centreY : 9)) <= 4, qPrintable(QString::number(at.y())));
     }
 
+    // What the window held comes back at the next start. Closed maximised, it keeps the position
+    // it had before.
     void sessionIsSavedAndRestored()
     {
         {
@@ -144,6 +146,12 @@ private slots:
         QCOMPARE(again.child<QLineEdit>("txtNummer")->text(), u"1234567"_s);
         QCOMPARE(again.child<SmsTextEdit>("txtSMS")->text(), u"Hallo\r\nWelt"_s);
         QCOMPARE(again.main->pos(), QPoint(50, 60));
+        again.child<QLineEdit>("txtNummer")->setText(u"99"_s);
+        again.main->showMaximized();
+        QVERIFY(again.main->close());
+        QCOMPARE(TestStore::raw(u"x"_s), u"50"_s);
+        QCOMPARE(TestStore::raw(u"y"_s), u"60"_s);
+        QCOMPARE(TestStore::raw(u"lastNumber"_s), u"99"_s);
     }
 
     // The program as it starts and ends: with a tray, minimising hides the main window and shows
@@ -205,27 +213,14 @@ private slots:
                  "[Images] Header=kaputt.png: kein lesbares Bild\r\n[Images] Logo=fehlt.png: kein lesbares Bild"_s);
     }
 
-    void closingMaximisedKeepsThePosition()
+    void brandingIsApplied()
     {
-        TestStore::put(u"x"_s, u"11"_s);
-        TestStore::put(u"y"_s, u"12"_s);
-        {
-            const Loaded loaded;
-            loaded.child<QLineEdit>("txtNummer")->setText(u"99"_s);
-            loaded.main->showMaximized();
-            QVERIFY(loaded.main->close());
-        }
-        QCOMPARE(TestStore::raw(u"x"_s), u"11"_s);
-        QCOMPARE(TestStore::raw(u"y"_s), u"12"_s);
-        QCOMPARE(TestStore::raw(u"lastNumber"_s), u"99"_s);
-        QVERIFY(!TestStore::has(u"lastPrefix"_s));
-    }
-
-    void themeIsApplied()
-    {
-        writeOem("[Strings]\r\nCopyright=Beispiel GmbH\r\n[Colors]\r\nBackground=16777215\r\nHeader=255\r\n"
-                 "[Common]\r\nHideHeaderStrings=true\r\n");
+        writeOem("[Strings]\r\nProductName=Testbote\r\nCopyright=Beispiel GmbH\r\n[Colors]\r\nBackground=16777215\r\n"
+                 "Header=255\r\n[Common]\r\nHideHeaderStrings=true\r\n");
         const Loaded loaded;
+        QCOMPARE(in<QLabel>(loaded.splash.get(), "lblProductName")->text(), u"Testbote"_s);
+        QCOMPARE(loaded.splash->lines().constFirst(), u"Lade Testbote ..."_s);
+        QCOMPARE(loaded.splash->lines().constLast(), u"Testbote geladen"_s);
         QCOMPARE(loaded.main->palette().color(QPalette::Window), QColor(Qt::white));
         QCOMPARE(loaded.child<ToolbarButton>("tbSend")->ThemedBackColor(), QColor(Qt::white));
         auto* lblHeader = loaded.child<QLabel>("lblHeader");
@@ -233,15 +228,6 @@ private slots:
         QVERIFY(!lblHeader->isVisibleTo(loaded.main.get()));
         QVERIFY(!loaded.child<QLabel>("lblHeaderInfo")->isVisibleTo(loaded.main.get()));
         QCOMPARE(loaded.child<QLabel>("lblCopyright")->text(), u"© Beispiel GmbH"_s);
-    }
-
-    void brandedNameReachesSplashAndTitle()
-    {
-        writeOem("[Strings]\r\nProductName=Testbote\r\n");
-        const Loaded loaded;
-        QCOMPARE(in<QLabel>(loaded.splash.get(), "lblProductName")->text(), u"Testbote"_s);
-        QCOMPARE(loaded.splash->lines().constFirst(), u"Lade Testbote ..."_s);
-        QCOMPARE(loaded.splash->lines().constLast(), u"Testbote geladen"_s);
     }
 };
 
