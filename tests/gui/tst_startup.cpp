@@ -82,7 +82,6 @@ private slots:
                                 u"MRU laden ..."_s, u"News herunterladen ..."_s, u"Optionen wiederherstellen ..."_s,
                                 u"Sitzung wiederherstellen ..."_s, u"Quellbote geladen"_s }));
         QVERIFY(loaded.main->isVisible());
-        QCOMPARE(loaded.main->windowTitle(), u"Quellbote"_s);
         QCOMPARE(loaded.child<QLabel>("lblVersion")->text(), u"Version 2.4.92"_s);
         auto* cmbVorwahl = loaded.child<QComboBox>("cmbVorwahl");
         QCOMPARE(cmbVorwahl->count(), 32);
