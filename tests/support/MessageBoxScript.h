@@ -6,21 +6,28 @@
 #include "toolkit/MessageBox.h"
 
 #include <QList>
-
-#include <functional>
+#include <QTest>
 
 class MessageBoxScript
 {
 public:
-    MessageBoxScript();
-    ~MessageBoxScript();
+    MessageBoxScript()
+    {
+        MessageBox::setHandler([this](const MessageBox::Box& box) {
+            m_shown.append(box);
+            if (!m_answers.isEmpty())
+                return m_answers.takeFirst();
+            const QByteArray what = "unexpected message box: " + box.title.toUtf8() + " / " + box.text.toUtf8();
+            QTest::qFail(what.constData(), __FILE__, __LINE__);
+            return box.buttons == MessageBox::Buttons::Ok ? MessageBox::Answer::Ok : MessageBox::Answer::Cancel;
+        });
+    }
+    ~MessageBoxScript() { MessageBox::setHandler({}); }
     MessageBoxScript(const MessageBoxScript&) = delete;
     MessageBoxScript& operator=(const MessageBoxScript&) = delete;
 
     // Queues the answer to the next box.
-    void answer(MessageBox::Answer answer);
-    // Queues an action run while the next box is up (for a box that starts more work), then the answer.
-    void answer(MessageBox::Answer answer, std::function<void(const MessageBox::Box&)> during);
+    void answer(MessageBox::Answer answer) { m_answers.append(answer); }
 
     const QList<MessageBox::Box>& shown() const { return m_shown; }
     int count() const { return int(m_shown.size()); }
@@ -29,11 +36,6 @@ public:
     void clear() { m_shown.clear(); }
 
 private:
-    struct Scripted
-    {
-        MessageBox::Answer answer;
-        std::function<void(const MessageBox::Box&)> during;
-    };
-    QList<Scripted> m_answers;
+    QList<MessageBox::Answer> m_answers;
     QList<MessageBox::Box> m_shown;
 };
