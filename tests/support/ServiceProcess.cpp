@@ -8,11 +8,12 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QJsonDocument>
-
-using namespace Qt::StringLiterals;
+#include <QRegularExpression>
 
 #include <csignal>
 #include <sys/prctl.h>
+
+using namespace Qt::StringLiterals;
 
 ServiceProcess::ServiceProcess(const QStringList& extraArguments)
 {
@@ -20,26 +21,24 @@ ServiceProcess::ServiceProcess(const QStringList& extraArguments)
     if (program.isEmpty())
         return;
     m_process.setProgram(program);
-    m_process.setArguments(QStringList { QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--journal"),
-                                         m_dir.filePath(QStringLiteral("journal.jsonl")) }
+    m_process.setArguments(QStringList { u"--port"_s, u"0"_s, u"--journal"_s, m_dir.filePath(u"journal.jsonl"_s) }
                            + extraArguments);
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     // A test that dies (a sanitizer ends it at the first fault) takes its service along: left
     // running, the service would keep ctest's output open and hold the test up to its timeout.
     m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     m_process.start();
+    static const QRegularExpression listening(u"^listening on (https?)://127\\.0\\.0\\.1:(\\d+)"_s);
     QElapsedTimer timer;
     timer.start();
     while (timer.elapsed() < 10000 && m_process.state() != QProcess::NotRunning) {
         m_process.waitForReadyRead(200);
         while (m_process.canReadLine()) {
-            const QByteArray line = m_process.readLine().trimmed();
-            for (const QByteArray scheme : { "http", "https" }) {
-                if (line.startsWith(QByteArray("listening on " + scheme + "://127.0.0.1:"))) {
-                    m_scheme = QString::fromLatin1(scheme);
-                    m_port = quint16(line.mid(line.lastIndexOf(':') + 1).toUInt());
-                    return;
-                }
+            const QRegularExpressionMatch match = listening.match(QString::fromLatin1(m_process.readLine()));
+            if (match.hasMatch()) {
+                m_scheme = match.captured(1);
+                m_port = quint16(match.captured(2).toUInt());
+                return;
             }
         }
     }
@@ -67,30 +66,26 @@ void ServiceProcess::stop()
 
 QString ServiceProcess::baseUrl() const
 {
-    return m_scheme + QStringLiteral("://127.0.0.1:") + QString::number(m_port);
+    return m_scheme + u"://127.0.0.1:"_s + QString::number(m_port);
 }
 
 QList<QJsonObject> ServiceProcess::journal() const
 {
     QList<QJsonObject> entries;
-    QFile file(m_dir.filePath(QStringLiteral("journal.jsonl")));
-    if (!file.open(QIODevice::ReadOnly))
-        return entries;
-    while (!file.atEnd()) {
-        const QJsonDocument doc = QJsonDocument::fromJson(file.readLine());
-        if (doc.isObject())
-            entries.append(doc.object());
+    QFile file(m_dir.filePath(u"journal.jsonl"_s));
+    if (file.open(QIODevice::ReadOnly)) {
+        while (!file.atEnd()) {
+            if (const QJsonDocument doc = QJsonDocument::fromJson(file.readLine()); doc.isObject())
+                entries.append(doc.object());
+        }
     }
     return entries;
 }
 
 QList<QJsonObject> ServiceProcess::requests(const QString& path) const
 {
-    QList<QJsonObject> entries;
-    for (const QJsonObject& e : journal()) {
-        if (e.value(QStringLiteral("path")).toString() == path)
-            entries.append(e);
-    }
+    QList<QJsonObject> entries = journal();
+    entries.removeIf([&path](const QJsonObject& e) { return e.value(u"path"_s).toString() != path; });
     return entries;
 }
 
@@ -106,33 +101,18 @@ bool ServiceProcess::setFault(const QString& path, const QString& mode)
 
 void ServiceProcess::writeOemInf(const QString& folder, const QByteArray& extra) const
 {
-    const QByteArray base = baseUrl().toLatin1();
-    QByteArray text = "[URLs]\r\n";
-    const QList<QPair<QByteArray, QByteArray>> urls = {
-        { "Homepage", "/" },
-        { "Helppage", "/hilfe/" },
-        { "SendSMS", "/smsv3/smsv3.php" },
-        { "CronSMS", "/cronjob/send_repeat.php" },
-        { "EditCronSMS", "/terminversand/deleteSMS.php" },
-        { "Phonebook", "/telefonbuch/telefonbuch.php" },
-        { "WebGroup", "/sms/gruppenv2/gruppenv2.php" },
-        { "BuyCredits", "/sms/buyCredits.php" },
-        { "CheckUser", "/sms/checkUser.php" },
-        { "CreateUser", "/sms/createUser.php" },
-        { "SmsCount", "/sms/count.php?email=" },
-        { "CheckVersion", "/update/version" },
-        { "CheckInfo", "/update/infoVersion" },
-        { "AGB", "/sms_agb/sms_agb.htm" },
-        { "WebGroupDir", "/sms/gruppenv2/" },
-        { "News", "/news.htm" },
-        { "Update", "/update/quellbote.exe" },
-    };
-    for (const auto& [key, path] : urls)
-        text += key + '=' + base + path + "\r\n";
-    text += extra;
-    QFile file(folder + QStringLiteral("/oem.inf"));
+    // Every address of the program, at this service.
+    const QString urls
+        = u"[URLs]\r\nHomepage=%1/\r\nHelppage=%1/hilfe/\r\nSendSMS=%1/smsv3/smsv3.php\r\n"
+          "CronSMS=%1/cronjob/send_repeat.php\r\nEditCronSMS=%1/terminversand/deleteSMS.php\r\n"
+          "Phonebook=%1/telefonbuch/telefonbuch.php\r\nWebGroup=%1/sms/gruppenv2/gruppenv2.php\r\n"
+          "BuyCredits=%1/sms/buyCredits.php\r\nCheckUser=%1/sms/checkUser.php\r\nCreateUser=%1/sms/createUser.php\r\n"
+          "SmsCount=%1/sms/count.php?email=\r\nCheckVersion=%1/update/version\r\nCheckInfo=%1/update/infoVersion\r\n"
+          "AGB=%1/sms_agb/sms_agb.htm\r\nWebGroupDir=%1/sms/gruppenv2/\r\nNews=%1/news.htm\r\n"
+          "Update=%1/update/quellbote.exe\r\n"_s;
+    QFile file(folder + u"/oem.inf"_s);
     if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        file.write(text);
+        file.write(urls.arg(baseUrl()).toLatin1() + extra);
 }
 
 void ServiceProcess::pointProgramAt(const QString& folder, const QByteArray& extra) const

@@ -25,12 +25,18 @@ public:
 
     // Empty when every certificate was made, else what went wrong.
     QString error() const { return m_error; }
-    QString caFile() const;
-    QString certificateFile(Kind kind) const;
+    QString caFile() const { return m_dir.filePath(QStringLiteral("ca.pem")); }
+    QString certificateFile(Kind kind) const { return m_dir.filePath(fileName(kind)); }
     // The key of every server certificate.
-    QString keyFile() const;
+    QString keyFile() const { return m_dir.filePath(QStringLiteral("server.key")); }
 
 private:
+    static QString fileName(Kind kind)
+    {
+        static const char* const names[] = { "trusted.pem", "self-signed.pem",   "unknown-issuer.pem",
+                                             "expired.pem", "not-yet-valid.pem", "other-host.pem" };
+        return QString::fromLatin1(names[kind]);
+    }
     bool openssl(const QStringList& arguments);
 
     QTemporaryDir m_dir;

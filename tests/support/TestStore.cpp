@@ -47,8 +47,7 @@ void put(const QString& name, const QString& value, const QString& subKey)
 
 QString raw(const QString& name, const QString& subKey)
 {
-    const QVariant v = store().value(key(name, subKey));
-    return v.isValid() ? v.toString() : QString();
+    return store().value(key(name, subKey)).toString();
 }
 
 bool has(const QString& name, const QString& subKey)
