@@ -19,19 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 const QString SendPath = u"/smsv3/smsv3.php"_s;
-
-struct Row
-{
-    const char* name;
-    const char* number;
-    const char* frei1 = "";
-    const char* frei2 = "";
-};
-
-QString field(const QString& body, const QString& key)
-{
-    return QUrlQuery(body).queryItemValue(key, QUrl::FullyDecoded);
-}
 } // namespace
 
 class TestBulkRun : public QObject
@@ -42,14 +29,15 @@ class TestBulkRun : public QObject
 
     frmMultiSMSLog* log() const { return frmMultiSMSLog::loaded(); }
 
-    // MultiSMS mode with these rows and text, then "Senden".
-    void send(std::initializer_list<Row> rows, const QString& text)
+    // MultiSMS mode with these rows (name;number;frei1;frei2, as typed) and text, then "Senden".
+    void send(const QStringList& rows, const QString& text)
     {
         m_harness.child<ToolbarButton>("tbMultiSMS")->click();
         RecipientTable& table = frmMultiSMS::loaded()->table();
-        for (const Row& r : rows)
-            table.addRow(QString::fromUtf8(r.name), QString::fromUtf8(r.number), QString::fromUtf8(r.frei1),
-                         QString::fromUtf8(r.frei2));
+        for (const QString& row : rows) {
+            const QStringList f = QString(row + u";;;"_s).split(u';');
+            table.addRow(f[0], f[1], f[2], f[3]);
+        }
         frmMultiSMS::loaded()->recalcMaxSizes();
         m_harness.child<SmsTextEdit>("txtSMS")->setText(text);
         m_harness.child<ToolbarButton>("tbSend")->click();
@@ -58,8 +46,11 @@ class TestBulkRun : public QObject
     QStringList sentTexts() const
     {
         QStringList texts;
-        for (const QString& body : m_harness.bodies(SendPath))
-            texts.append(field(body, u"empfaenger"_s) + u' ' + field(body, u"text"_s));
+        for (const QString& sent : m_harness.bodies(SendPath)) {
+            const QUrlQuery body(sent);
+            texts.append(body.queryItemValue(u"empfaenger"_s, QUrl::FullyDecoded) + u' '
+                         + body.queryItemValue(u"text"_s, QUrl::FullyDecoded));
+        }
         return texts;
     }
 
@@ -79,9 +70,7 @@ private slots:
         boxes.answer(MessageBox::Answer::Yes);
         // A value holding a later placeholder gets that replaced too; a number typed without "00"
         // gets the German prefix; a refused row doesn't stop the next.
-        send({ { "Anna %frei2%", "01711234567", "Nord", "Raum 5" },
-               { "Bert", "0049x" },
-               { "Carla", "00436641234567", "Süd" } },
+        send({ u"Anna %frei2%;01711234567;Nord;Raum 5"_s, u"Bert;0049x"_s, u"Carla;00436641234567;Süd"_s },
              u"Hallo %name%, %frei1%!"_s);
         QCOMPARE(boxes.last().text,
                  u"Achtung! Sie versenden eine MassenSMS!\r\nWollen Sie die 3 Nachrichten wirklich versenden?"_s);
@@ -124,7 +113,7 @@ private slots:
         MessageBoxScript boxes;
         boxes.answer(MessageBox::Answer::No);
         m_harness.main()->credits = credits;
-        send({ { "A", "0049171" }, { "B", "0049172" }, { "C", "0049173" } }, u"Hallo"_s);
+        send({ u"A;0049171"_s, u"B;0049172"_s, u"C;0049173"_s }, u"Hallo"_s);
         QCOMPARE(boxes.count(), 1);
         QVERIFY2(boxes.last().text.startsWith(text), qPrintable(boxes.last().text));
         QVERIFY(m_harness.bodies(SendPath).isEmpty());
@@ -149,8 +138,7 @@ private slots:
             // on its way (or the second, where the first was quick enough to be done).
             QTimer::singleShot(0, this, [] { frmMultiSMSLog::loaded()->cmdClose->click(); });
         }
-        send({ { "A", "0049171" }, { "B", abort ? "0049172" : "" }, { "C", "0049173" }, { "D", "0049174" } },
-             u"Hallo"_s);
+        send({ u"A;0049171"_s, abort ? u"B;0049172"_s : u"B;"_s, u"C;0049173"_s, u"D;0049174"_s }, u"Hallo"_s);
         QCOMPARE(log()->lblSend->text(), u"Vorgang abgeschlossen"_s);
         QCOMPARE(log()->pBar->value(), log()->pBar->maximum());
         // The last request may still be on its way.
