@@ -146,64 +146,60 @@ private slots:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QByteArray>("input");
-        QTest::addColumn<bool>("passwordStored");
-        QTest::addColumn<bool>("serviceThere");
+        QTest::addColumn<QString>("without"); // the stored "password", the "service"
         QTest::addColumn<int>("exit");
         QTest::addColumn<int>("lines"); // on standard output
         QTest::addColumn<QString>("error"); // part of standard error
         QTest::addColumn<int>("posted");
-        const bool stored = true;
-        const bool there = true;
+        const QByteArray none;
         QTest::newRow("three rows")
             << QStringList { u"--file"_s, u"Anna;01711234567;;;\r\nBen;01721234567;;;\r\nCarla;0043664123;;;\r\n"_s,
                              u"Hallo %name%"_s }
-            << QByteArray() << stored << there << 0 << 3 << QString() << 3;
+            << none << QString() << 0 << 3 << QString() << 3;
         QTest::newRow("a refused row")
             << QStringList { u"--file"_s, u"Anna;01711234567;;;\r\nKaputt;0049171x;;;\r\nBen;01721234567;;;\r\n"_s,
                              u"Hallo"_s }
-            << QByteArray() << stored << there << 1 << 3 << QString() << 3;
+            << none << QString() << 1 << 3 << QString() << 3;
         // A row without a number makes the file no list: nothing of it goes.
         QTest::newRow("a row without a number")
             << QStringList { u"--file"_s, u"Anna;01711234567;;;\r\nLeer;;;;\r\nBen;01721234567;;;\r\n"_s, u"Hallo"_s }
-            << QByteArray() << stored << there << 3 << 0 << u"ist keine MultiSMS-Datei"_s << 0;
-        QTest::newRow("the service stopped") << QStringList { u"0171 1234567"_s, u"Hallo"_s } << QByteArray() << stored
-                                             << !there << 2 << 0 << u"Keine Verbindung zum Server"_s << 0;
-        QTest::newRow("a bad number") << QStringList { u"0171 12x4567"_s, u"Hallo"_s } << QByteArray() << stored
-                                      << there << 3 << 0 << u"Die Rufnummer darf nur Ziffern enthalten."_s << 0;
+            << none << QString() << 3 << 0 << u"ist keine MultiSMS-Datei"_s << 0;
+        QTest::newRow("the service stopped") << QStringList { u"0171 1234567"_s, u"Hallo"_s } << none << u"service"_s
+                                             << 2 << 0 << u"Keine Verbindung zum Server"_s << 0;
+        QTest::newRow("a bad number") << QStringList { u"0171 12x4567"_s, u"Hallo"_s } << none << QString() << 3 << 0
+                                      << u"Die Rufnummer darf nur Ziffern enthalten."_s << 0;
         QTest::newRow("sender and reply") << QStringList { u"--sender"_s, u"Leitstand"_s, u"--reply"_s, u"0171 1"_s }
-                                          << QByteArray() << stored << there << 3 << 0 << u"schließen sich aus"_s << 0;
+                                          << none << QString() << 3 << 0 << u"schließen sich aus"_s << 0;
         QTest::newRow("password and text from standard input")
-            << QStringList { u"0171 1234567"_s } << QByteArray("demo\nZeile eins\nZeile zwei\n") << !stored << there
-            << 0 << 1 << QString() << 1;
-        QTest::newRow("no password at all") << QStringList { u"0171 1234567"_s, u"Hallo"_s } << QByteArray() << !stored
-                                            << there << 3 << 0 << u"kein Kennwort"_s << 0;
-        QTest::newRow("dry run") << QStringList { u"--dry-run"_s, u"0171 1234567"_s, u"Hallo"_s } << QByteArray()
-                                 << stored << there << 0 << 4 << QString() << 0;
-        QTest::newRow("balance") << QStringList { u"--balance"_s } << QByteArray() << stored << there << 0 << 1
-                                 << QString() << 0;
+            << QStringList { u"0171 1234567"_s } << QByteArray("demo\nZeile eins\nZeile zwei\n") << u"password"_s << 0
+            << 1 << QString() << 1;
+        QTest::newRow("no password at all") << QStringList { u"0171 1234567"_s, u"Hallo"_s } << none << u"password"_s
+                                            << 3 << 0 << u"kein Kennwort"_s << 0;
+        QTest::newRow("dry run") << QStringList { u"--dry-run"_s, u"0171 1234567"_s, u"Hallo"_s } << none << QString()
+                                 << 0 << 4 << QString() << 0;
+        QTest::newRow("balance") << QStringList { u"--balance"_s } << none << QString() << 0 << 1 << QString() << 0;
     }
 
     void whatAScriptCanRelyOn()
     {
         QFETCH(QStringList, arguments);
         QFETCH(QByteArray, input);
-        QFETCH(bool, passwordStored);
-        QFETCH(bool, serviceThere);
+        QFETCH(QString, without);
         QFETCH(int, exit);
         QFETCH(int, lines);
         QFETCH(QString, error);
         QFETCH(int, posted);
-        if (!passwordStored)
+        if (without == u"password")
             m_harness.resetStore(false);
         if (const qsizetype file = arguments.indexOf(u"--file"_s); file >= 0)
             arguments[file + 1] = writeList(arguments.at(file + 1).toUtf8());
-        if (!serviceThere)
+        if (without == u"service")
             m_harness.service()->stop();
         const Run run = command(arguments, input);
         QVERIFY2(run.err.contains(error), qPrintable(run.err));
         QCOMPARE(run.out.size(), lines);
         QCOMPARE(run.exit, exit);
-        if (!serviceThere)
+        if (without == u"service")
             return;
         const QStringList bodies = m_harness.bodies(SendPath);
         QCOMPARE(bodies.size(), posted);
