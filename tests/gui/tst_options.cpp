@@ -20,6 +20,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QUrlQuery>
 
@@ -55,13 +56,13 @@ private slots:
         QCOMPARE(background(), QApplication::palette().color(QPalette::Button));
         in<QCheckBox>(&dialog, "cbVarAbsender")->click();
         QCOMPARE(background(), QApplication::palette().color(QPalette::Base));
-        in<QLineEdit>(&dialog, "txtAbsender")->setText(u"Tarnholt"_s);
+        txtAbsender->setText(u"Tarnholt"_s);
         QVERIFY(!in<QCheckBox>(&dialog, "chkSmsAntwort")->isEnabled());
         QCOMPARE(in<QLabel>(&dialog, "lblKosten")->text(), u"14 Credits"_s);
         // A name over eleven characters, pasted, stops OK and Apply; a long number doesn't.
-        in<QLineEdit>(&dialog, "txtAbsender")->setText(u"Tarnholt GmbH"_s);
+        txtAbsender->setText(u"Tarnholt GmbH"_s);
         QVERIFY(!dialog.cmdSave->isEnabled() && in<QWidget>(&dialog, "warnboxAbs")->isVisible());
-        in<QLineEdit>(&dialog, "txtAbsender")->setText(u"004917112345678"_s);
+        txtAbsender->setText(u"004917112345678"_s);
         QVERIFY(dialog.cmdSave->isEnabled());
         dialog.cmdSave->click();
         QVERIFY(!dialog.isVisible());
@@ -155,13 +156,11 @@ private slots:
     {
         QFETCH(bool, folderThere);
         MessageBoxScript boxes;
-        const QString folder = m_harness.folder() + u"/server"_s;
-        QDir(folder).removeRecursively();
-        QVERIFY(QDir().mkpath(folder));
+        const QTemporaryDir server;
         Options().setXmlIsServerUsed(true);
         Options().setXmlSingleUser(u"True"_s);
         Options().setXmlUser(u"U1"_s);
-        Options().setXmlPfad(folderThere ? folder : folder + u"/fehlt"_s);
+        Options().setXmlPfad(server.path() + (folderThere ? u""_s : u"/fehlt"_s));
         m_harness.fill(u"G171"_s, u"1234567"_s, u"Hallo"_s);
         boxes.answer(MessageBox::Answer::Ok);
         m_harness.child<ToolbarButton>("tbSend")->click();
@@ -175,7 +174,7 @@ private slots:
             QVERIFY(boxes.last().text.startsWith(u"Die SMS an 00491711234567 konnte nicht"_s));
             QCOMPARE(m_harness.child<SmsTextEdit>("txtSMS")->text(), u"Hallo"_s);
         }
-        QCOMPARE(QDir(folder).entryList(QDir::Files).size(), folderThere ? 1 : 0);
+        QCOMPARE(QDir(server.path()).entryList(QDir::Files).size(), folderThere ? 1 : 0);
         QVERIFY(m_harness.bodies(u"/smsv3/smsv3.php"_s).isEmpty());
     }
 };
