@@ -66,7 +66,6 @@ private slots:
         QVERIFY(dialog.cmdSave->isEnabled());
         dialog.cmdSave->click();
         QVERIFY(!dialog.isVisible());
-        QVERIFY(Options().isAbsenderkennung());
         reloadOptionsForTesting();
         QCOMPARE(Options().Absenderkennung(), u"004917112345678"_s);
         QCOMPARE(m_harness.child<QLineEdit>("txtKostenProSMS")->text(), u"14"_s);
