@@ -107,10 +107,10 @@ public:
                 break;
             }
             case 1: {
-                const QString family = text().trimmed();
-                const QString given = text().trimmed();
+                const QString family = text();
+                const QString given = text();
                 value("N", {}, escaped(family) + u';' + escaped(given) + QStringLiteral(";;;"));
-                name = given.isEmpty() ? family : family.isEmpty() ? given : given + u' ' + family;
+                name = QStringList { given.trimmed(), family.trimmed() }.join(u' ').trimmed();
                 break;
             }
             case 2: {
