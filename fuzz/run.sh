@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Runs the fuzz harnesses for longer than CI does.
 #   fuzz/run.sh NAME [SECONDS] [libFuzzer options]     one harness, for SECONDS (default 600)
-#   fuzz/run.sh campaign [RUNS] [libFuzzer options]    every harness in turn, each to RUNS
-#                                                      executions (default 10 000 000)
+#   fuzz/run.sh campaign [RUNS] [NAME...] [libFuzzer options]
+#                                                      every harness (or those named) in turn,
+#                                                      each to RUNS executions (default 10 000 000)
 # NAME is a folder of fuzz/corpus (recipienttable, jobfile, ...). The harnesses are built in
 # build-fuzz/; each corpus grows in build-fuzz/fuzz/local/NAME/corpus, seeded from
 # fuzz/corpus/NAME, and an input that breaks a rule is kept in .../artifacts. A campaign runs one
@@ -15,7 +16,8 @@ source scripts/common.sh
 
 names=$(ls fuzz/corpus | xargs)
 usage() {
-    echo "usage: fuzz/run.sh NAME [SECONDS] [libFuzzer options]  or  fuzz/run.sh campaign [RUNS] [libFuzzer options]" >&2
+    echo "usage: fuzz/run.sh NAME [SECONDS] [libFuzzer options]" >&2
+    echo "       fuzz/run.sh campaign [RUNS] [NAME...] [libFuzzer options]" >&2
     echo "NAME is one of: $names" >&2
     exit 2
 }
@@ -61,6 +63,12 @@ fi
 
 runs="${limit:-10000000}"
 nice=(nice -n 19)
+chosen=""
+while [ $# -gt 0 ] && [ -n "$1" ] && [ -d "fuzz/corpus/$1" ]; do
+    chosen="$chosen $1"
+    shift
+done
+names="${chosen:-$names}"
 cmake --build build-fuzz --target quellbote_fuzzers -j"${QUELLBOTE_JOBS:-2}"
 summary="build-fuzz/fuzz/local/campaign.txt"
 mkdir -p "$(dirname "$summary")"
