@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Job files for the local server program over any field values. The input holds the eight
-// fields of one form, separated by "\|"; its last byte picks the form. The file is written to a
-// folder, read back, and, where the values make well-formed XML, parsed again.
+// fields of one form, separated by "\|"; its last byte picks the form. The document is built in
+// memory (writing it to the folders is tst_handoff's) and, where the values make well-formed
+// XML, parsed again.
 #include "FuzzCheck.h"
 #include "handoff/xmlServer.h"
 #include "toolkit/Codepage.h"
 
 #include <QCryptographicHash>
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QXmlStreamReader>
 
 #include <utility>
@@ -17,26 +15,18 @@
 namespace {
 using Fields = QList<std::pair<QString, QString>>; // element name and the value written into it
 
-struct Folders
-{
-    QTemporaryDir temp;
-    QTemporaryDir target;
-    Folders()
-    {
-        // The writer puts the file together in the folder the variable "temp" names.
-        qputenv("temp", QFile::encodeName(temp.path()));
-    }
-};
-
-// What a reader gives back for a value. The bytes are Windows-1252 ("?" for a character it
+// What a reader gives back for each value. The bytes are Windows-1252 ("?" for a character it
 // lacks) while the file declares ISO-8859-1, so a euro sign, written as 0x80, reads back as
-// U+0080; and XML turns every CR LF and every lone CR into LF.
-QString asRead(const QString& value)
+// U+0080; and XML turns every CR LF and every lone CR into LF. The values go through the code
+// page in one piece, which gives the same bytes as one by one (the code page maps each character
+// on its own) for a fraction of the time.
+QStringList asRead(const QStringList& values)
 {
-    QString read = QString::fromLatin1(Codepage::toWindows1252(value));
+    const QChar separator = u'\x01'; // never in a value that is compared
+    QString read = QString::fromLatin1(Codepage::toWindows1252(values.join(separator)));
     read.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     read.replace(u'\r', u'\n');
-    return read;
+    return read.split(separator);
 }
 
 bool xmlCharacters(const QString& value)
@@ -91,28 +81,16 @@ QByteArray lowBytes(const QString& text)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static const Folders folders;
     FuzzedDataProvider input(data, size);
     const bool group = input.ConsumeBool();
     QStringList v;
     for (int i = 0; i < 8; ++i)
         v.append(fuzz::field(input, 128));
 
-    // Written: the first field is login or group, the eighth version or secret key.
-    const xmlServer::WriteResult result = group
-        ? xmlServer::writeGroupJob(v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7], folders.target.path())
-        : xmlServer::writeSingleAccountJob(v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7], folders.target.path());
-    FUZZ_CHECK(result.ok);
-    QFile file(result.path);
-    FUZZ_CHECK(file.open(QIODevice::ReadOnly));
-    const QByteArray written = file.readAll();
-    file.close();
-    FUZZ_CHECK(QFile::remove(result.path));
+    // The first field is login or group, the eighth version or secret key.
     const QByteArray document = group
         ? xmlServer::groupDocument(v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7])
         : xmlServer::singleAccountDocument(v[0], v[1], v[2], v[3], v[4], v[5], v[6], v[7]);
-    FUZZ_CHECK(written == document);
-    FUZZ_CHECK(QDir(folders.temp.path()).isEmpty());
 
     QString text = v[group ? 4 : 5];
     text.replace(QChar(0x20AC), u'E');
@@ -144,15 +122,19 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (!wellFormed)
         return 0;
 
-    const Fields parsed = parse(written);
+    const Fields parsed = parse(document);
     FUZZ_CHECK(parsed.size() == expected.size());
+    QStringList values;
+    for (const auto& [name, value] : expected)
+        values.append(value);
+    const QStringList read = asRead(values);
     for (qsizetype i = 0; i < expected.size(); ++i) {
         FUZZ_CHECK(parsed[i].first == expected[i].first);
         // <SMS> and <application> hold only the line breaks and tabs of the layout.
         if (expected[i].first == u"SMS" || expected[i].first == u"application")
             FUZZ_CHECK(parsed[i].second.trimmed().isEmpty());
         else
-            FUZZ_CHECK(parsed[i].second == asRead(expected[i].second));
+            FUZZ_CHECK(parsed[i].second == read[i]);
     }
     return 0;
 }

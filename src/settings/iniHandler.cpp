@@ -16,14 +16,10 @@ QString stripTrailingBlanks(QString text)
     return text;
 }
 
-// The file as text: UTF-8 where it is valid, otherwise the Windows code page such a file was
-// written in.
-QString readText(const QString& file)
+// The file's bytes as text: UTF-8 where they are valid, otherwise the Windows code page such a
+// file was written in.
+QString decode(const QByteArray& bytes)
 {
-    QFile f(file);
-    if (!f.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray bytes = f.readAll();
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = utf8(bytes);
     if (!utf8.hasError())
@@ -36,7 +32,14 @@ QString readText(const QString& file)
 
 QString GetIniValue(const QString& file, const QString& section, const QString& key, const QString& defaultValue)
 {
-    const QString text = readText(file);
+    QFile f(file);
+    return GetIniValueFromBytes(f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray(), section, key, defaultValue);
+}
+
+QString GetIniValueFromBytes(const QByteArray& bytes, const QString& section, const QString& key,
+                             const QString& defaultValue)
+{
+    const QString text = decode(bytes);
     bool inSection = false;
     const QStringList lines = text.split(QLatin1Char('\n'));
     for (QString line : lines) {

@@ -4,6 +4,7 @@
 // empty value counts as absent. The program never writes an INI file.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace iniHandler {
@@ -13,5 +14,8 @@ inline constexpr int MaxValueLength = 65534;
 
 QString GetIniValue(const QString& file, const QString& section, const QString& key,
                     const QString& defaultValue = QString());
+// The same over the bytes of such a file.
+QString GetIniValueFromBytes(const QByteArray& bytes, const QString& section, const QString& key,
+                             const QString& defaultValue = QString());
 
 } // namespace iniHandler

@@ -4,33 +4,67 @@
 #include <QStringDecoder>
 #include <QStringEncoder>
 
+#include <bitset>
+
 namespace Codepage {
+
+namespace {
+const char* const Name = "windows-1252";
+
+// The characters the code page holds: those its 256 bytes stand for and that are written back as
+// the same byte. Worked out once, from the codec itself.
+const std::bitset<0x10000>& heldCharacters()
+{
+    static const std::bitset<0x10000> held = [] {
+        std::bitset<0x10000> set;
+        for (int b = 0; b < 256; ++b) {
+            const QByteArray byte(1, char(b));
+            QStringDecoder decoder(Name, QStringConverter::Flag::Stateless);
+            const QString character = decoder.decode(byte);
+            if (decoder.hasError() || character.size() != 1)
+                continue;
+            QStringEncoder encoder(Name, QStringConverter::Flag::Stateless);
+            const QByteArray back = encoder.encode(character);
+            if (!encoder.hasError() && back == byte)
+                set.set(character.at(0).unicode());
+        }
+        return set;
+    }();
+    return held;
+}
+} // namespace
 
 QByteArray toWindows1252(const QString& text)
 {
-    QStringEncoder encoder("windows-1252");
+    QStringEncoder encoder(Name);
     if (!encoder.isValid())
         return text.toLatin1();
     QByteArray whole = encoder.encode(text);
     if (!encoder.hasError())
         return whole;
-    QByteArray bytes;
-    bytes.reserve(text.size());
-    // Character by character, so that one that the code page lacks becomes "?" and the rest
-    // stays exact.
+    // A character that the code page lacks becomes "?", a surrogate pair being one character,
+    // and the rest stays exact. The text is mended first and then encoded in one pass: asking the
+    // codec character by character needs a converter opened by name for each, which made a text
+    // of a few hundred characters take milliseconds.
+    const std::bitset<0x10000>& held = heldCharacters();
+    QString mended;
+    mended.reserve(text.size());
     for (qsizetype i = 0; i < text.size(); ++i) {
-        const qsizetype length = text.at(i).isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
-        QStringEncoder one("windows-1252", QStringConverter::Flag::Stateless);
-        const QByteArray b = one.encode(QStringView(text).mid(i, length));
-        bytes += (one.hasError() || b.size() != 1) ? QByteArray("?") : b;
-        i += length - 1;
+        const QChar c = text.at(i);
+        if (c.isHighSurrogate() && i + 1 < text.size()) {
+            mended += u'?';
+            ++i;
+        } else {
+            mended += held.test(c.unicode()) ? c : QChar(u'?');
+        }
     }
-    return bytes;
+    QStringEncoder again(Name);
+    return again.encode(mended);
 }
 
 QString fromWindows1252(const QByteArray& bytes)
 {
-    QStringDecoder decoder("windows-1252");
+    QStringDecoder decoder(Name);
     if (!decoder.isValid())
         return QString::fromLatin1(bytes);
     return decoder.decode(bytes);
