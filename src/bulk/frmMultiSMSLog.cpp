@@ -106,15 +106,27 @@ void frmMultiSMSLog::closeEvent(QCloseEvent* event)
     cmdClose_Click();
 }
 
+QString frmMultiSMSLog::stampNow()
+{
+    if (Clock::isPinned())
+        return GatewayAnswer::logStamp(Clock::now());
+    const qint64 second = QDateTime::currentMSecsSinceEpoch() / 1000;
+    if (second != m_stampSecond) {
+        m_stampSecond = second;
+        m_stamp = GatewayAnswer::logStamp(QDateTime::fromMSecsSinceEpoch(second * 1000));
+    }
+    return m_stamp;
+}
+
 void frmMultiSMSLog::logAnswer(const QString& answer)
 {
-    m_pendingAnswers = GatewayAnswer::prependToLog(m_pendingAnswers, answer, Clock::now());
+    m_pendingEntries.append(GatewayAnswer::logEntry(answer, stampNow()));
     scheduleShow();
 }
 
 void frmMultiSMSLog::logFailure(int row, const QString& number, const QString& name, const QString& reason)
 {
-    m_pendingAnswers = GatewayAnswer::prependFailureToLog(m_pendingAnswers, number, name, reason, Clock::now());
+    m_pendingEntries.append(GatewayAnswer::failureLogEntry(number, name, reason, stampNow()));
     if (row >= 0)
         m_failedRows.insert(row);
     if (m_finished) {
@@ -158,19 +170,29 @@ void frmMultiSMSLog::scheduleShow()
 void frmMultiSMSLog::showNow()
 {
     m_show->stop();
-    if (!m_pendingAnswers.isEmpty()) {
+    if (!m_pendingEntries.isEmpty()) {
+        // Newest on top.
+        qsizetype size = 0;
+        for (const QString& entry : std::as_const(m_pendingEntries))
+            size += entry.size();
+        QString text;
+        text.reserve(size);
+        for (auto entry = m_pendingEntries.crbegin(); entry != m_pendingEntries.crend(); ++entry)
+            text += *entry;
+        m_pendingEntries.clear();
         QTextCursor cursor(txtLog->document());
         cursor.movePosition(QTextCursor::Start);
-        cursor.insertText(m_pendingAnswers);
-        m_pendingAnswers.clear();
-    }
-    if (m_pendingValue >= 0) {
-        pBar->setValue(m_pendingValue);
-        m_pendingValue = -1;
+        cursor.insertText(text);
     }
     if (m_textPending) {
         lblSend->setText(m_pendingText);
         m_textPending = false;
+    }
+    // Last: the bar repaints the window at once, and so draws the log and the label with it in
+    // one pass.
+    if (m_pendingValue >= 0) {
+        pBar->setValue(m_pendingValue);
+        m_pendingValue = -1;
     }
 }
 
@@ -179,7 +201,7 @@ void frmMultiSMSLog::clearLog(int rows)
     m_failedRows.clear();
     m_rows = rows;
     m_finished = false;
-    m_pendingAnswers.clear();
+    m_pendingEntries.clear();
     m_pendingValue = -1;
     m_textPending = false;
     txtLog->clear();
