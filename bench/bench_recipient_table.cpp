@@ -52,8 +52,7 @@ qint64 bareWriteNs(const QString& path, const QList<PlainRow>& rows)
     }
     const QByteArray bytes = text.toLatin1();
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(bytes) != bytes.size()
-        || !file.commit())
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) || file.write(bytes) != bytes.size() || !file.commit())
         return -1;
     return timer.nsecsElapsed();
 }
