@@ -10,9 +10,12 @@
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
+#include <QPlainTextDocumentLayout>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -183,6 +186,7 @@ void frmMultiSMSLog::showNow()
         QTextCursor cursor(txtLog->document());
         cursor.movePosition(QTextCursor::Start);
         cursor.insertText(text);
+        layOutTop();
     }
     if (m_textPending) {
         lblSend->setText(m_pendingText);
@@ -193,6 +197,23 @@ void frmMultiSMSLog::showNow()
     if (m_pendingValue >= 0) {
         pBar->setValue(m_pendingValue);
         m_pendingValue = -1;
+    }
+}
+
+void frmMultiSMSLog::layOutTop()
+{
+    // The new lines stand on top, where the log is read. Left to the paint, their layout would
+    // find the wrapped ones taller than counted and have the scroll bar, and so the window, drawn
+    // a second time; laid out here, one pass draws them.
+    auto* layout = qobject_cast<QPlainTextDocumentLayout*>(txtLog->document()->documentLayout());
+    if (!layout || txtLog->verticalScrollBar()->value() != 0)
+        return;
+    const int visibleLines = txtLog->viewport()->height() / qMax(1, txtLog->fontMetrics().lineSpacing()) + 1;
+    int lines = 0;
+    for (QTextBlock block = txtLog->document()->firstBlock(); block.isValid() && lines < visibleLines;
+         block = block.next()) {
+        layout->ensureBlockLayout(block);
+        lines += qMax(1, block.lineCount());
     }
 }
 

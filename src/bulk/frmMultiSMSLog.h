@@ -60,6 +60,7 @@ private:
     // them a few times a second, all that came meanwhile at once.
     void scheduleShow();
     QString closingText() const;
+    void layOutTop();
     // The stamp of the log's lines for this moment. Reading the local time is dear next to a
     // request on loopback; the stamp changes once a second, and is made anew only then.
     QString stampNow();
