@@ -3,11 +3,17 @@
 // side in one run: the time from the process's start until the main window first paints, and
 // the peak resident memory a second later. The client starts as the program does, against a
 // quellbote-service on loopback with the demo account stored; the splash's fixed pauses are cut
-// to nothing, so that the time is the program's own work. Each is started Rounds times; the
-// medians count. The last line reads "start-up X.X× and memory Y.Y× of a bare Qt window".
+// to nothing, so that the time is the program's own work. The two are started in turn (the one
+// that goes first changes from round to round), eleven rounds unless told; the medians count.
+// The last line reads "start-up X.X× and memory Y.Y× of a bare Qt window".
 //
 // Runs on the platform of the environment: under xvfb-run it measures what a desktop costs
-// (OpenGL included), without a display it runs offscreen.
+// (OpenGL included), without a display it runs offscreen. SSL_CERT_FILE is taken out of the
+// starts' environment, as a desktop session has none; with it the program reads the system's CA
+// store whole at its first request (see Inet), which --keep-ssl-cert-file measures.
+//
+// bench_startup [--rounds N] [--keep-ssl-cert-file] [--only client|bare]
+#include "BenchRounds.h"
 #include "ServiceProcess.h"
 #include "StartupProbe.h"
 #include "sending/ApplicationSetup.h"
@@ -26,8 +32,6 @@
 #include <cstring>
 
 namespace {
-constexpr int Rounds = 5;
-
 struct Start
 {
     qint64 milliseconds = -1;
@@ -56,12 +60,6 @@ Start measure(const QString& program, const QStringList& arguments)
     }
     process.waitForFinished(10000);
     return result;
-}
-
-template<typename T> T median(QList<T> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.at(values.size() / 2);
 }
 
 // The client: the program's own start, with its folder pointed at the benchmark's. Its store is
@@ -115,33 +113,58 @@ int main(int argc, char* argv[])
     }
     qputenv("XDG_CONFIG_HOME", QFile::encodeName(configFolder));
 
-    QList<qint64> bareTimes, clientTimes;
-    QList<long> bareMemory, clientMemory;
-    for (int round = 0; round < Rounds; ++round) {
-        const Start bare = measure(QStringLiteral(QUELLBOTE_BARE_WINDOW_PATH), {});
-        const Start client
-            = measure(QCoreApplication::applicationFilePath(), { QStringLiteral("--client"), folder.path() });
+    const int rounds = BenchRounds::intArgument(argc, argv, "--rounds", 11);
+    const QString only = BenchRounds::textArgument(argc, argv, "--only");
+    bool keepCertFile = false;
+    for (int i = 1; i < argc; ++i)
+        keepCertFile = keepCertFile || std::strcmp(argv[i], "--keep-ssl-cert-file") == 0;
+    if (!keepCertFile)
+        qunsetenv("SSL_CERT_FILE");
+
+    QList<double> bareTimes, clientTimes, bareMemory, clientMemory, timeRatios, memoryRatios;
+    for (int round = 0; round < rounds; ++round) {
+        Start bare, client;
+        for (const bool bareTurn : { round % 2 == 0, round % 2 != 0 }) {
+            if (bareTurn && only != u"client")
+                bare = measure(QStringLiteral(QUELLBOTE_BARE_WINDOW_PATH), {});
+            else if (!bareTurn && only != u"bare")
+                client
+                    = measure(QCoreApplication::applicationFilePath(), { QStringLiteral("--client"), folder.path() });
+        }
+        if (!only.isEmpty())
+            continue;
         if (bare.peakKilobytes < 0 || client.peakKilobytes < 0) {
             std::fprintf(stderr, "a start did not report (bare %lld ms, client %lld ms)\n",
                          static_cast<long long>(bare.milliseconds), static_cast<long long>(client.milliseconds));
             return 1;
         }
-        bareTimes.append(bare.milliseconds);
-        clientTimes.append(client.milliseconds);
-        bareMemory.append(bare.peakKilobytes);
-        clientMemory.append(client.peakKilobytes);
+        std::printf("round %d: bare %lld ms %.1f MiB, Quellbote %lld ms %.1f MiB\n", round + 1,
+                    static_cast<long long>(bare.milliseconds), bare.peakKilobytes / 1024.0,
+                    static_cast<long long>(client.milliseconds), client.peakKilobytes / 1024.0);
+        std::fflush(stdout);
+        bareTimes.append(double(bare.milliseconds));
+        clientTimes.append(double(client.milliseconds));
+        bareMemory.append(bare.peakKilobytes / 1024.0);
+        clientMemory.append(client.peakKilobytes / 1024.0);
+        timeRatios.append(double(client.milliseconds) / double(qMax<qint64>(1, bare.milliseconds)));
+        memoryRatios.append(double(client.peakKilobytes) / double(bare.peakKilobytes));
     }
+    if (!only.isEmpty())
+        return 0;
 
-    const qint64 bareMs = median(bareTimes), clientMs = median(clientTimes);
-    const long bareKb = median(bareMemory), clientKb = median(clientMemory);
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
-    std::printf("platform %s, %d starts each, medians\n", platform.isEmpty() ? "default" : platform.constData(),
-                Rounds);
-    std::printf("bare Qt window: %lld ms to the first paint, peak %.1f MiB\n", static_cast<long long>(bareMs),
-                bareKb / 1024.0);
-    std::printf("Quellbote:      %lld ms to the main window, peak %.1f MiB\n", static_cast<long long>(clientMs),
-                clientKb / 1024.0);
-    std::printf("start-up %.1f× and memory %.1f× of a bare Qt window\n", double(clientMs) / double(bareMs),
-                double(clientKb) / double(bareKb));
+    std::printf("platform %s, SSL_CERT_FILE %s, %d starts each in turn\n",
+                platform.isEmpty() ? "default" : platform.constData(), keepCertFile ? "kept" : "taken out", rounds);
+    BenchRounds::printFigure("bare Qt window, ms to the first paint", bareTimes, "%.0f");
+    BenchRounds::printFigure("Quellbote, ms to the main window's first paint", clientTimes, "%.0f");
+    BenchRounds::printFigure("bare Qt window, peak MiB", bareMemory, "%.1f");
+    BenchRounds::printFigure("Quellbote, peak MiB", clientMemory, "%.1f");
+    BenchRounds::printFigure("start-up ×", timeRatios);
+    BenchRounds::printFigure("memory ×", memoryRatios);
+    // Goals: start-up within 1.5× (a margin of 0.5), memory within 1.3× (0.3).
+    BenchRounds::judgeSpread("start-up", timeRatios, 0.5, "×");
+    BenchRounds::judgeSpread("memory", memoryRatios, 0.3, "×");
+    std::printf("start-up %.1f× and memory %.1f× of a bare Qt window\n", BenchRounds::median(timeRatios),
+                BenchRounds::median(memoryRatios));
     return 0;
 }

@@ -7,6 +7,9 @@
 #include <QFile>
 #include <QSaveFile>
 
+#include <algorithm>
+#include <cstring>
+
 RecipientTable::RecipientTable(QObject* parent)
     : QAbstractTableModel(parent)
 {
@@ -24,14 +27,22 @@ bool RecipientTable::parseInto(QStringView line, QList<RecipientRow>* rows)
 {
     if (line.size() < 4)
         return true;
-    // Views into the line: only the fields kept become strings of their own.
-    const QList<QStringView> fields = line.split(u';');
-    if (fields.size() < 2 || fields.at(1).isEmpty())
+    // The fields are found where they stand: only the ones kept become strings of their own, and
+    // the line is never split into a list (a file of a million rows would make a million lists).
+    const auto fieldEnd = [line](qsizetype from) {
+        const qsizetype at = from > line.size() ? -1 : line.indexOf(u';', from);
+        return at < 0 ? line.size() : at;
+    };
+    const qsizetype end0 = fieldEnd(0);
+    if (end0 == line.size())
+        return false; // one field only
+    const qsizetype end1 = fieldEnd(end0 + 1);
+    const QStringView number = line.sliced(end0 + 1, end1 - end0 - 1);
+    if (number.isEmpty())
         return false;
     RecipientRow row;
-    row.Name = fields.at(0).toString();
+    row.Name = line.first(end0).toString();
     row.Tag = ++m_entryCounter;
-    const QStringView number = fields.at(1);
     if (number.startsWith(u"00")) {
         row.Nummer = number.toString();
     } else {
@@ -40,9 +51,13 @@ bool RecipientTable::parseInto(QStringView line, QList<RecipientRow>* rows)
         row.Nummer = QStringLiteral("0049") + number.mid(1);
     }
     // A line of exactly three fields keeps neither free text.
-    if (fields.size() > 3) {
-        row.Freitext1 = fields.at(2).toString();
-        row.Freitext2 = fields.at(3).toString();
+    if (end1 < line.size()) {
+        const qsizetype end2 = fieldEnd(end1 + 1);
+        if (end2 < line.size()) {
+            const qsizetype end3 = fieldEnd(end2 + 1);
+            row.Freitext1 = line.sliced(end1 + 1, end2 - end1 - 1).toString();
+            row.Freitext2 = line.sliced(end2 + 1, end3 - end2 - 1).toString();
+        }
     }
     rows->append(std::move(row));
     return true;
@@ -116,9 +131,16 @@ bool RecipientTable::load(const QString& path)
 {
     QFile file(path);
     QString text;
+    qsizetype lines = 0;
     bool ok = file.open(QIODevice::ReadOnly);
-    if (ok)
-        text = Codepage::fromWindows1252(file.readAll());
+    if (ok) {
+        const QByteArray bytes = file.readAll();
+        // Counted in the bytes, where memchr finds each CR quicker than a scan of the text.
+        for (const char* at = bytes.constData();
+             (at = static_cast<const char*>(std::memchr(at, '\r', bytes.constEnd() - at))); ++at)
+            ++lines;
+        text = Codepage::fromWindows1252(bytes);
+    }
     ok = ok && file.error() == QFileDevice::NoError;
 
     beginResetModel();
@@ -126,7 +148,7 @@ bool RecipientTable::load(const QString& path)
     m_entryCounter = 0;
     if (ok) {
         // A line ends at CR or at CR LF; a lone LF belongs to the line.
-        m_rows.reserve(text.count(u'\r') + 1);
+        m_rows.reserve(lines + 1);
         qsizetype start = 0;
         const qsizetype n = text.size();
         while (ok && start < n) {
@@ -182,15 +204,46 @@ bool RecipientTable::save(const QString& path, const std::function<void(int, int
             *failure = FileFailure::of(file, path);
         return false;
     }
-    QString text;
-    text.reserve(m_rows.size() * 48);
-    int value = 0;
-    for (const RecipientRow& row : m_rows) {
-        text += row.Name + u';' + row.Nummer + u';' + row.Freitext1 + u';' + row.Freitext2 + QStringLiteral(";\r\n");
-        if (progress && (++value % 1024 == 0 || value == m_rows.size()))
+    const auto reportRow = [&progress, maximum, rows = int(m_rows.size())](int value) {
+        if (progress && (value % 1024 == 0 || value == rows))
             progress(value, maximum);
+    };
+    // Where every value converts as Latin-1 (nearly every file) the rows go straight into the
+    // file's bytes, without the text held twice; otherwise the text is converted whole.
+    const bool latin1 = std::all_of(m_rows.cbegin(), m_rows.cend(), [](const RecipientRow& row) {
+        return Codepage::sameAsLatin1(row.Name) && Codepage::sameAsLatin1(row.Nummer)
+            && Codepage::sameAsLatin1(row.Freitext1) && Codepage::sameAsLatin1(row.Freitext2);
+    });
+    QByteArray bytes;
+    int value = 0;
+    if (latin1) {
+        bytes.reserve(m_rows.size() * 48);
+        const auto append = [&bytes](const QString& field) {
+            const qsizetype at = bytes.size();
+            bytes.resize(at + field.size() + 1);
+            char* out = bytes.data() + at;
+            for (const QChar c : field)
+                *out++ = char(c.unicode());
+            *out = ';';
+        };
+        for (const RecipientRow& row : m_rows) {
+            append(row.Name);
+            append(row.Nummer);
+            append(row.Freitext1);
+            append(row.Freitext2);
+            bytes += "\r\n";
+            reportRow(++value);
+        }
+    } else {
+        QString text;
+        text.reserve(m_rows.size() * 48);
+        for (const RecipientRow& row : m_rows) {
+            text
+                += row.Name + u';' + row.Nummer + u';' + row.Freitext1 + u';' + row.Freitext2 + QStringLiteral(";\r\n");
+            reportRow(++value);
+        }
+        bytes = Codepage::toWindows1252(text);
     }
-    const QByteArray bytes = Codepage::toWindows1252(text);
     if (file.write(bytes) != bytes.size() || !file.commit()) {
         if (failure)
             *failure = FileFailure::of(file, path);

@@ -10,9 +10,12 @@
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
+#include <QPlainTextDocumentLayout>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -106,15 +109,27 @@ void frmMultiSMSLog::closeEvent(QCloseEvent* event)
     cmdClose_Click();
 }
 
+QString frmMultiSMSLog::stampNow()
+{
+    if (Clock::isPinned())
+        return GatewayAnswer::logStamp(Clock::now());
+    const qint64 second = QDateTime::currentMSecsSinceEpoch() / 1000;
+    if (second != m_stampSecond) {
+        m_stampSecond = second;
+        m_stamp = GatewayAnswer::logStamp(QDateTime::fromMSecsSinceEpoch(second * 1000));
+    }
+    return m_stamp;
+}
+
 void frmMultiSMSLog::logAnswer(const QString& answer)
 {
-    m_pendingAnswers = GatewayAnswer::prependToLog(m_pendingAnswers, answer, Clock::now());
+    m_pendingEntries.append(GatewayAnswer::logEntry(answer, stampNow()));
     scheduleShow();
 }
 
 void frmMultiSMSLog::logFailure(int row, const QString& number, const QString& name, const QString& reason)
 {
-    m_pendingAnswers = GatewayAnswer::prependFailureToLog(m_pendingAnswers, number, name, reason, Clock::now());
+    m_pendingEntries.append(GatewayAnswer::failureLogEntry(number, name, reason, stampNow()));
     if (row >= 0)
         m_failedRows.insert(row);
     if (m_finished) {
@@ -158,19 +173,47 @@ void frmMultiSMSLog::scheduleShow()
 void frmMultiSMSLog::showNow()
 {
     m_show->stop();
-    if (!m_pendingAnswers.isEmpty()) {
+    if (!m_pendingEntries.isEmpty()) {
+        // Newest on top.
+        qsizetype size = 0;
+        for (const QString& entry : std::as_const(m_pendingEntries))
+            size += entry.size();
+        QString text;
+        text.reserve(size);
+        for (auto entry = m_pendingEntries.crbegin(); entry != m_pendingEntries.crend(); ++entry)
+            text += *entry;
+        m_pendingEntries.clear();
         QTextCursor cursor(txtLog->document());
         cursor.movePosition(QTextCursor::Start);
-        cursor.insertText(m_pendingAnswers);
-        m_pendingAnswers.clear();
-    }
-    if (m_pendingValue >= 0) {
-        pBar->setValue(m_pendingValue);
-        m_pendingValue = -1;
+        cursor.insertText(text);
+        layOutTop();
     }
     if (m_textPending) {
         lblSend->setText(m_pendingText);
         m_textPending = false;
+    }
+    // Last: the bar repaints the window at once, and so draws the log and the label with it in
+    // one pass.
+    if (m_pendingValue >= 0) {
+        pBar->setValue(m_pendingValue);
+        m_pendingValue = -1;
+    }
+}
+
+void frmMultiSMSLog::layOutTop()
+{
+    // The new lines stand on top, where the log is read. Left to the paint, their layout would
+    // find the wrapped ones taller than counted and have the scroll bar, and so the window, drawn
+    // a second time; laid out here, one pass draws them.
+    auto* layout = qobject_cast<QPlainTextDocumentLayout*>(txtLog->document()->documentLayout());
+    if (!layout || txtLog->verticalScrollBar()->value() != 0)
+        return;
+    const int visibleLines = txtLog->viewport()->height() / qMax(1, txtLog->fontMetrics().lineSpacing()) + 1;
+    int lines = 0;
+    for (QTextBlock block = txtLog->document()->firstBlock(); block.isValid() && lines < visibleLines;
+         block = block.next()) {
+        layout->ensureBlockLayout(block);
+        lines += qMax(1, block.lineCount());
     }
 }
 
@@ -179,7 +222,7 @@ void frmMultiSMSLog::clearLog(int rows)
     m_failedRows.clear();
     m_rows = rows;
     m_finished = false;
-    m_pendingAnswers.clear();
+    m_pendingEntries.clear();
     m_pendingValue = -1;
     m_textPending = false;
     txtLog->clear();

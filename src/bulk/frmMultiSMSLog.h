@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QSet>
+#include <QStringList>
 #include <QWidget>
 
 class QLabel;
@@ -59,8 +60,15 @@ private:
     // them a few times a second, all that came meanwhile at once.
     void scheduleShow();
     QString closingText() const;
+    void layOutTop();
+    // The stamp of the log's lines for this moment. Reading the local time is dear next to a
+    // request on loopback; the stamp changes once a second, and is made anew only then.
+    QString stampNow();
 
-    QString m_pendingAnswers;
+    // The lines of each answer and failure not yet shown, oldest first.
+    QStringList m_pendingEntries;
+    qint64 m_stampSecond = -1;
+    QString m_stamp;
     int m_pendingValue = -1;
     QString m_pendingText;
     bool m_textPending = false;

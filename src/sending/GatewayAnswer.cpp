@@ -8,12 +8,6 @@ namespace GatewayAnswer {
 namespace {
 const QString crlf = QStringLiteral("\r\n");
 
-// As a German system writes the date and time: 23.11.2026 10:31:35.
-QString logStamp(const QDateTime& now)
-{
-    return now.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")) + QStringLiteral(" - ");
-}
-
 // Blanks at both ends go, then every line feed; a carriage return stays where it stands.
 QString cleanItem(const QString& item)
 {
@@ -41,20 +35,37 @@ Answer readAnswer(const QString& body)
     return answer;
 }
 
+// As a German system writes the date and time: 23.11.2026 10:31:35.
+QString logStamp(const QDateTime& now)
+{
+    return now.toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")) + QStringLiteral(" - ");
+}
+
+QString logEntry(const QString& body, const QString& stamp)
+{
+    // The items in reverse, so that the last stands on top.
+    const QStringList items = body.split(u';');
+    QString entry;
+    entry.reserve(body.size() + items.size() * (stamp.size() + 2));
+    for (auto raw = items.crbegin(); raw != items.crend(); ++raw)
+        entry += stamp + cleanItem(*raw) + crlf;
+    return entry;
+}
+
+QString failureLogEntry(const QString& number, const QString& name, const QString& reason, const QString& stamp)
+{
+    return stamp + QStringLiteral("!!!! Nicht versendet an %1 (%2): %3").arg(name, number, reason) + crlf;
+}
+
 QString prependToLog(const QString& txtLog, const QString& body, const QDateTime& now)
 {
-    const QString stamp = logStamp(now);
-    QString log = txtLog;
-    for (const QString& raw : body.split(u';'))
-        log = stamp + cleanItem(raw) + crlf + log;
-    return log;
+    return logEntry(body, logStamp(now)) + txtLog;
 }
 
 QString prependFailureToLog(const QString& txtLog, const QString& number, const QString& name, const QString& reason,
                             const QDateTime& now)
 {
-    return logStamp(now) + QStringLiteral("!!!! Nicht versendet an %1 (%2): %3").arg(name, number, reason) + crlf
-        + txtLog;
+    return failureLogEntry(number, name, reason, logStamp(now)) + txtLog;
 }
 
 CreditsState readBalance(const QString& answer)

@@ -26,6 +26,13 @@ QString prependToLog(const QString& txtLog, const QString& body, const QDateTime
 // message to number (name) did not go out, and why.
 QString prependFailureToLog(const QString& txtLog, const QString& number, const QString& name, const QString& reason,
                             const QDateTime& now);
+// The same in two steps, for a log that collects several answers before it shows them: the
+// stamp in front of every line of one moment ("23.11.2026 10:31:35 - "), and the lines one answer
+// or failure puts in front of the log. prependToLog(log, body, now) is
+// logEntry(body, logStamp(now)) + log.
+QString logStamp(const QDateTime& now);
+QString logEntry(const QString& body, const QString& stamp);
+QString failureLogEntry(const QString& number, const QString& name, const QString& reason, const QString& stamp);
 
 // The colour of lblCredits.
 enum class CreditsColour {

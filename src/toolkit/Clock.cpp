@@ -15,6 +15,11 @@ QDateTime now()
     return pinned().isValid() ? pinned() : QDateTime::currentDateTime();
 }
 
+bool isPinned()
+{
+    return pinned().isValid();
+}
+
 void setNow(const QDateTime& value)
 {
     pinned() = value;

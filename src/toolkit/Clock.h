@@ -8,4 +8,6 @@ namespace Clock {
 QDateTime now();
 // A valid value pins "now"; an invalid one returns to the system clock.
 void setNow(const QDateTime& now);
+// Whether "now" is pinned by setNow.
+bool isPinned();
 } // namespace Clock

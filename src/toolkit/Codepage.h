@@ -10,6 +10,9 @@
 namespace Codepage {
 QByteArray toWindows1252(const QString& text);
 QString fromWindows1252(const QByteArray& bytes);
+// Whether text's Windows-1252 bytes are its Latin-1 bytes: it holds no character beyond U+00FF
+// and none of U+0080 to U+009F, where the two differ.
+bool sameAsLatin1(QStringView text);
 // An address as the program writes it, ready for the wire: every character beyond ASCII becomes
 // "%" and its Windows-1252 byte, as in the bodies. Escapes already in it stay as they are, a "%"
 // that starts none becomes "%25", and the rest is escaped as QUrl's tolerant parsing does (a

@@ -3,6 +3,7 @@
 
 #include "Codepage.h"
 
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QNetworkAccessManager>
 #include <QNetworkProxy>
@@ -12,6 +13,8 @@
 #include <QStringDecoder>
 #include <QTimer>
 #include <QUrl>
+
+#include <optional>
 
 QString decodeHttpBody(const QByteArray& body, const QByteArray& contentType)
 {
@@ -25,6 +28,10 @@ QString decodeHttpBody(const QByteArray& body, const QByteArray& contentType)
         name = name.trimmed();
         if (name.startsWith('"') && name.endsWith('"') && name.size() >= 2)
             name = name.mid(1, name.size() - 2);
+        // The gateway's own code page, which Codepage decodes without a converter of its own for
+        // nearly every answer.
+        if (name.compare("windows-1252", Qt::CaseInsensitive) == 0)
+            return Codepage::fromWindows1252(body);
         QStringDecoder decoder(name.constData());
         if (decoder.isValid())
             return decoder.decode(body);
@@ -38,17 +45,19 @@ constexpr char CertificateFailure[] = "quellboteCertificateFailure";
 
 // Qt's OpenSSL backend trusts the system's store (/etc/ssl/certs on Debian) but not the file that
 // OpenSSL's own programs take from SSL_CERT_FILE. A CA file an administrator names there counts
-// here too, beside the system's.
-QSslConfiguration transferSslConfiguration()
+// here too, beside the system's. Without one a request keeps Qt's default configuration, which it
+// has unasked: the TLS backend then isn't loaded before an https:// address needs it.
+const std::optional<QSslConfiguration>& transferSslConfiguration()
 {
-    static const QSslConfiguration configuration = [] {
-        QSslConfiguration c = QSslConfiguration::defaultConfiguration();
+    static const std::optional<QSslConfiguration> configuration = []() -> std::optional<QSslConfiguration> {
         const QString file = qEnvironmentVariable("SSL_CERT_FILE");
         const QList<QSslCertificate> named
             = file.isEmpty() ? QList<QSslCertificate>() : QSslCertificate::fromPath(file);
+        if (named.isEmpty())
+            return std::nullopt;
+        QSslConfiguration c = QSslConfiguration::defaultConfiguration();
         // Setting the CA list ends the system store's loading on demand, so it is read here whole.
-        if (!named.isEmpty())
-            c.setCaCertificates(QSslConfiguration::systemCaCertificates() + named);
+        c.setCaCertificates(QSslConfiguration::systemCaCertificates() + named);
         return c;
     }();
     return configuration;
@@ -138,9 +147,15 @@ void Inet::setProxy(const QString& proxy)
 QNetworkReply* Inet::start(const QString& url, const QByteArray& operation, const QByteArray& body,
                            const QString& headers)
 {
-    QNetworkRequest request(Codepage::toUrl(url));
+    // A bulk run asks the same address for every row.
+    if (url != m_lastUrlText || m_lastUrlText.isNull()) {
+        m_lastUrl = Codepage::toUrl(url);
+        m_lastUrlText = url;
+    }
+    QNetworkRequest request(m_lastUrl);
     request.setTransferTimeout(m_timeoutMs);
-    request.setSslConfiguration(transferSslConfiguration());
+    if (const std::optional<QSslConfiguration>& ssl = transferSslConfiguration())
+        request.setSslConfiguration(*ssl);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
     const QStringList lines = headers.split(QStringLiteral("\r\n"), Qt::SkipEmptyParts);
     for (const QString& line : lines) {
@@ -251,6 +266,9 @@ void Inet::Execute(const QString& url, const QString& operation, const QString& 
         m_answerPos = 0;
         emit StateChanged(good ? icResponseCompleted : icError);
     });
+    // Qt hands the request to its network thread from a posted call; made at once, the request is
+    // on the wire while the caller goes on (a bulk run prepares its next row meanwhile).
+    QCoreApplication::sendPostedEvents(reply, QEvent::MetaCall);
 }
 
 QString Inet::GetChunk(int size)

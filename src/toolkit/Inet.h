@@ -11,6 +11,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QUrl>
 
 #include <memory>
 
@@ -80,6 +81,9 @@ private:
     int m_accessType = 0;
     QString m_proxy;
     QString m_url;
+    // The last address converted for the wire, kept for the next request to the same.
+    QString m_lastUrlText;
+    QUrl m_lastUrl;
     QNetworkReply* m_reply = nullptr;
     QString m_answer;
     qsizetype m_answerPos = 0;
