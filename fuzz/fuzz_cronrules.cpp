@@ -5,9 +5,6 @@
 #include "FuzzCheck.h"
 #include "schedule/CronRules.h"
 #include "schedule/ScheduleDialogRules.h"
-#include "settings/tools.h"
-
-#include <limits>
 
 using namespace ScheduleDialogRules;
 
@@ -137,20 +134,13 @@ void checkBoxes(const ScheduleChoices& c, const QDateTime& now, FuzzedDataProvid
         FUZZ_CHECK(restored.cmbTimeHour.size() == 2 && restored.cmbTimeMinutes.size() == 2);
     }
 
-    // Known fault: refreshYearlyDayList converts a day below the range of int ("-3333333333")
-    // to int, which is undefined (seed yearly-day-below-int-range). Such a day box is left out
-    // here until the conversion is bounded; the guard goes with that fix.
-    bool dayNumeric = false;
-    const double day = tools::NumericValue(c.cmbYearlyDayDate, &dayNumeric);
-    if (!dayNumeric || day > double(std::numeric_limits<int>::min()) - 1) {
-        const YearlyDayList list
-            = refreshYearlyDayList(c.cmbYearlyMonthDate, c.cmbYearlyDayDate, c.cmbTimeHour, c.cmbTimeMinutes, now);
-        const int year = now.date().year();
-        FUZZ_CHECK(list.targetYear == year || list.targetYear == year + 1);
-        const int month = CronRules::monthNumberFromName(c.cmbYearlyMonthDate).toInt();
-        FUZZ_CHECK(list.days.size() == CronRules::DayOfMonthCount(month, list.targetYear));
-        FUZZ_CHECK(list.days.isEmpty() == (month == 0));
-    }
+    const YearlyDayList list
+        = refreshYearlyDayList(c.cmbYearlyMonthDate, c.cmbYearlyDayDate, c.cmbTimeHour, c.cmbTimeMinutes, now);
+    const int year = now.date().year();
+    FUZZ_CHECK(list.targetYear == year || list.targetYear == year + 1);
+    const int month = CronRules::monthNumberFromName(c.cmbYearlyMonthDate).toInt();
+    FUZZ_CHECK(list.days.size() == CronRules::DayOfMonthCount(month, list.targetYear));
+    FUZZ_CHECK(list.days.isEmpty() == (month == 0));
 
     const Proposal proposal = proposeStartTime(now);
     FUZZ_CHECK(items().hours.contains(proposal.cmbTimeHour));
