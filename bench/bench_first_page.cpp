@@ -10,9 +10,9 @@
 // "first page X.X× and memory Y.Y× of a bare web engine window".
 //
 // bench_first_page [--rounds N] [--only client|bare]
-#include "BenchRounds.h"
+#include "DemoInstallation.h"
 #include "PagePaintProbe.h"
-#include "ServiceProcess.h"
+#include "SideBySide.h"
 #include "sending/ApplicationSetup.h"
 #include "sending/frmMain.h"
 #include "sending/mStarter.h"
@@ -23,7 +23,6 @@
 #include "toolkit/WebView.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QGuiApplication>
@@ -31,7 +30,6 @@
 #include <QPixmap>
 #include <QProcess>
 #include <QScreen>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include <cstdio>
@@ -184,15 +182,6 @@ int runClient(int argc, char* argv[], const QString& folder)
     return QApplication::exec();
 }
 
-bool writeStore(const QString& configFolder)
-{
-    QDir(configFolder).mkpath(QStringLiteral("Tarnholt"));
-    QFile store(configFolder + QStringLiteral("/Tarnholt/SMS.conf"));
-    return store.open(QIODevice::WriteOnly)
-        && store.write("[General]\neMail=demo@quellbote.test\nPassword=demo\nfirstStartHasRun=true\n"
-                       "infoVersion=32767\n")
-        > 0;
-}
 } // namespace
 
 int main(int argc, char* argv[])
@@ -208,29 +197,19 @@ int main(int argc, char* argv[])
     // As for bench_startup: a desktop session names no CA file of its own.
     qunsetenv("SSL_CERT_FILE");
     QGuiApplication app(argc, argv);
-    const int rounds = BenchRounds::intArgument(argc, argv, "--rounds", 9);
+    const int roundCount = BenchRounds::intArgument(argc, argv, "--rounds", 9);
     const QString only = BenchRounds::textArgument(argc, argv, "--only");
 
-    ServiceProcess service;
-    if (!service.isRunning()) {
-        std::fprintf(stderr, "quellbote-service did not start\n");
+    const DemoInstallation installation;
+    if (!installation.isReady())
         return 1;
-    }
-    QTemporaryDir folder;
-    service.writeOemInf(folder.path());
-    const QString configFolder = folder.filePath(QStringLiteral("config"));
-    if (!writeStore(configFolder)) {
-        std::fprintf(stderr, "the store could not be written\n");
-        return 1;
-    }
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(configFolder));
     // The page the phonebook shows for the demo account, as the program asks for it.
-    ProgramFolder::setPathForTesting(folder.path());
+    ProgramFolder::setPathForTesting(installation.folder());
     const QString page = Urls().Phonebook() + QStringLiteral("?email=demo@quellbote.test&passwort=demo");
 
-    QList<double> bareTimes, clientTimes, bareMemory, clientMemory, timeRatios, memoryRatios;
+    SideBySide rounds;
     QSize size(380, 560);
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < roundCount; ++round) {
         Showing bare, client;
         // The client goes first in the first round, so that the bare view learns its size.
         for (const bool bareTurn : { round % 2 != 0, round % 2 == 0 }) {
@@ -238,8 +217,8 @@ int main(int argc, char* argv[])
                 bare = measure(QStringLiteral(QUELLBOTE_BARE_WEBPAGE_PATH),
                                { page, QString::number(size.width()), QString::number(size.height()) });
             } else if (!bareTurn && only != u"bare") {
-                client
-                    = measure(QCoreApplication::applicationFilePath(), { QStringLiteral("--client"), folder.path() });
+                client = measure(QCoreApplication::applicationFilePath(),
+                                 { QStringLiteral("--client"), installation.folder() });
                 if (client.size.isValid())
                     size = client.size;
             }
@@ -252,31 +231,17 @@ int main(int argc, char* argv[])
                          static_cast<long long>(bare.milliseconds), static_cast<long long>(client.milliseconds));
             return 1;
         }
-        std::printf("round %d: bare %lld ms %.1f MiB, Quellbote %lld ms %.1f MiB\n", round + 1,
-                    static_cast<long long>(bare.milliseconds), bare.memoryKilobytes / 1024.0,
-                    static_cast<long long>(client.milliseconds), client.memoryKilobytes / 1024.0);
-        std::fflush(stdout);
-        bareTimes.append(double(bare.milliseconds));
-        clientTimes.append(double(client.milliseconds));
-        bareMemory.append(bare.memoryKilobytes / 1024.0);
-        clientMemory.append(client.memoryKilobytes / 1024.0);
-        timeRatios.append(double(client.milliseconds) / double(qMax<qint64>(1, bare.milliseconds)));
-        memoryRatios.append(double(client.memoryKilobytes) / double(bare.memoryKilobytes));
+        rounds.add(bare.milliseconds, bare.memoryKilobytes, client.milliseconds, client.memoryKilobytes);
     }
     if (!only.isEmpty())
         return 0;
 
-    std::printf("page %s in %d x %d, %d rounds in turn\n", qPrintable(page), size.width(), size.height(), rounds);
-    BenchRounds::printFigure("bare web engine program, ms from its launch to the page drawn", bareTimes, "%.0f");
-    BenchRounds::printFigure("Quellbote, ms from the click to the page drawn", clientTimes, "%.0f");
-    BenchRounds::printFigure("bare web engine program, MiB (PSS with its helpers)", bareMemory, "%.1f");
-    BenchRounds::printFigure("Quellbote with the page, MiB (PSS with its helpers)", clientMemory, "%.1f");
-    BenchRounds::printFigure("first page ×", timeRatios);
-    BenchRounds::printFigure("memory ×", memoryRatios);
+    std::printf("page %s in %d x %d, %d rounds in turn\n", qPrintable(page), size.width(), size.height(), roundCount);
     // Goals: within 1.3× on both (a margin of 0.3).
-    BenchRounds::judgeSpread("first page", timeRatios, 0.3, "×");
-    BenchRounds::judgeSpread("memory", memoryRatios, 0.3, "×");
-    std::printf("first page %.1f× and memory %.1f× of a bare web engine window\n", BenchRounds::median(timeRatios),
-                BenchRounds::median(memoryRatios));
+    rounds.report({ "bare web engine program, ms from its launch to the page drawn",
+                    "Quellbote, ms from the click to the page drawn",
+                    "bare web engine program, MiB (PSS with its helpers)",
+                    "Quellbote with the page, MiB (PSS with its helpers)", "first page", 0.3, 0.3,
+                    "first page %.1f× and memory %.1f× of a bare web engine window\n" });
     return 0;
 }

@@ -13,8 +13,8 @@
 // store whole at its first request (see Inet), which --keep-ssl-cert-file measures.
 //
 // bench_startup [--rounds N] [--keep-ssl-cert-file] [--only client|bare]
-#include "BenchRounds.h"
-#include "ServiceProcess.h"
+#include "DemoInstallation.h"
+#include "SideBySide.h"
 #include "StartupProbe.h"
 #include "sending/ApplicationSetup.h"
 #include "sending/mStarter.h"
@@ -22,10 +22,8 @@
 #include "toolkit/Pause.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstdio>
@@ -75,17 +73,6 @@ int runClient(int argc, char* argv[], const QString& folder)
     return QApplication::exec();
 }
 
-// The demo account as the first-start wizard stores it, and the news already read: the everyday
-// start, which shows no web page.
-bool writeStore(const QString& configFolder)
-{
-    QDir(configFolder).mkpath(QStringLiteral("Tarnholt"));
-    QFile store(configFolder + QStringLiteral("/Tarnholt/SMS.conf"));
-    return store.open(QIODevice::WriteOnly)
-        && store.write("[General]\neMail=demo@quellbote.test\nPassword=demo\nfirstStartHasRun=true\n"
-                       "infoVersion=32767\n")
-        > 0;
-}
 } // namespace
 
 int main(int argc, char* argv[])
@@ -99,21 +86,11 @@ int main(int argc, char* argv[])
         qputenv("QUELLBOTE_SERVICE", QUELLBOTE_SERVICE_PATH);
     QCoreApplication app(argc, argv);
 
-    ServiceProcess service;
-    if (!service.isRunning()) {
-        std::fprintf(stderr, "quellbote-service did not start\n");
+    const DemoInstallation installation;
+    if (!installation.isReady())
         return 1;
-    }
-    QTemporaryDir folder;
-    service.writeOemInf(folder.path());
-    const QString configFolder = folder.filePath(QStringLiteral("config"));
-    if (!writeStore(configFolder)) {
-        std::fprintf(stderr, "the store could not be written\n");
-        return 1;
-    }
-    qputenv("XDG_CONFIG_HOME", QFile::encodeName(configFolder));
 
-    const int rounds = BenchRounds::intArgument(argc, argv, "--rounds", 11);
+    const int roundCount = BenchRounds::intArgument(argc, argv, "--rounds", 11);
     const QString only = BenchRounds::textArgument(argc, argv, "--only");
     bool keepCertFile = false;
     for (int i = 1; i < argc; ++i)
@@ -121,15 +98,15 @@ int main(int argc, char* argv[])
     if (!keepCertFile)
         qunsetenv("SSL_CERT_FILE");
 
-    QList<double> bareTimes, clientTimes, bareMemory, clientMemory, timeRatios, memoryRatios;
-    for (int round = 0; round < rounds; ++round) {
+    SideBySide rounds;
+    for (int round = 0; round < roundCount; ++round) {
         Start bare, client;
         for (const bool bareTurn : { round % 2 == 0, round % 2 != 0 }) {
             if (bareTurn && only != u"client")
                 bare = measure(QStringLiteral(QUELLBOTE_BARE_WINDOW_PATH), {});
             else if (!bareTurn && only != u"bare")
-                client
-                    = measure(QCoreApplication::applicationFilePath(), { QStringLiteral("--client"), folder.path() });
+                client = measure(QCoreApplication::applicationFilePath(),
+                                 { QStringLiteral("--client"), installation.folder() });
         }
         if (!only.isEmpty())
             continue;
@@ -138,33 +115,17 @@ int main(int argc, char* argv[])
                          static_cast<long long>(bare.milliseconds), static_cast<long long>(client.milliseconds));
             return 1;
         }
-        std::printf("round %d: bare %lld ms %.1f MiB, Quellbote %lld ms %.1f MiB\n", round + 1,
-                    static_cast<long long>(bare.milliseconds), bare.peakKilobytes / 1024.0,
-                    static_cast<long long>(client.milliseconds), client.peakKilobytes / 1024.0);
-        std::fflush(stdout);
-        bareTimes.append(double(bare.milliseconds));
-        clientTimes.append(double(client.milliseconds));
-        bareMemory.append(bare.peakKilobytes / 1024.0);
-        clientMemory.append(client.peakKilobytes / 1024.0);
-        timeRatios.append(double(client.milliseconds) / double(qMax<qint64>(1, bare.milliseconds)));
-        memoryRatios.append(double(client.peakKilobytes) / double(bare.peakKilobytes));
+        rounds.add(bare.milliseconds, bare.peakKilobytes, client.milliseconds, client.peakKilobytes);
     }
     if (!only.isEmpty())
         return 0;
 
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
     std::printf("platform %s, SSL_CERT_FILE %s, %d starts each in turn\n",
-                platform.isEmpty() ? "default" : platform.constData(), keepCertFile ? "kept" : "taken out", rounds);
-    BenchRounds::printFigure("bare Qt window, ms to the first paint", bareTimes, "%.0f");
-    BenchRounds::printFigure("Quellbote, ms to the main window's first paint", clientTimes, "%.0f");
-    BenchRounds::printFigure("bare Qt window, peak MiB", bareMemory, "%.1f");
-    BenchRounds::printFigure("Quellbote, peak MiB", clientMemory, "%.1f");
-    BenchRounds::printFigure("start-up ×", timeRatios);
-    BenchRounds::printFigure("memory ×", memoryRatios);
+                platform.isEmpty() ? "default" : platform.constData(), keepCertFile ? "kept" : "taken out", roundCount);
     // Goals: start-up within 1.5× (a margin of 0.5), memory within 1.3× (0.3).
-    BenchRounds::judgeSpread("start-up", timeRatios, 0.5, "×");
-    BenchRounds::judgeSpread("memory", memoryRatios, 0.3, "×");
-    std::printf("start-up %.1f× and memory %.1f× of a bare Qt window\n", BenchRounds::median(timeRatios),
-                BenchRounds::median(memoryRatios));
+    rounds.report({ "bare Qt window, ms to the first paint", "Quellbote, ms to the main window's first paint",
+                    "bare Qt window, peak MiB", "Quellbote, peak MiB", "start-up", 0.5, 0.3,
+                    "start-up %.1f× and memory %.1f× of a bare Qt window\n" });
     return 0;
 }
