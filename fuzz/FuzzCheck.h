@@ -42,4 +42,15 @@ inline QString listOrTyped(FuzzedDataProvider& input, const QStringList& items)
     return field(input, 16);
 }
 
+// A text without the blanks at its ends, as the readers trim them: blanks only, not tabs or line
+// breaks, as QString::trimmed would.
+inline QString blanksTrimmed(QString text)
+{
+    while (text.startsWith(u' '))
+        text.remove(0, 1);
+    while (text.endsWith(u' '))
+        text.chop(1);
+    return text;
+}
+
 } // namespace fuzz

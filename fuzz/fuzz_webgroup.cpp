@@ -9,27 +9,6 @@
 
 namespace {
 
-bool sameRows(const QList<RecipientRow>& a, const QList<RecipientRow>& b)
-{
-    if (a.size() != b.size())
-        return false;
-    for (qsizetype i = 0; i < a.size(); ++i) {
-        if (a[i].Name != b[i].Name || a[i].Nummer != b[i].Nummer || a[i].Freitext1 != b[i].Freitext1
-            || a[i].Freitext2 != b[i].Freitext2 || a[i].Tag != b[i].Tag)
-            return false;
-    }
-    return true;
-}
-
-QString trimmedBlanks(QString line)
-{
-    while (line.startsWith(u' '))
-        line.remove(0, 1);
-    while (line.endsWith(u' '))
-        line.chop(1);
-    return line;
-}
-
 // What views of the table are told.
 struct Notices
 {
@@ -80,7 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     bool prefixNeeded = false;
     qsizetype rowCount = 0;
     for (const QString& raw : text.split(u'\n')) {
-        const QString line = trimmedBlanks(raw);
+        const QString line = fuzz::blanksTrimmed(raw);
         if (line.size() < 4)
             continue;
         const QStringList fields = line.split(u';');
@@ -100,7 +79,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (!loaded) {
         // Nothing of the text, and the table as it was: rows, counter, prefix and figures.
         FUZZ_CHECK(notices.resets == 0);
-        FUZZ_CHECK(sameRows(table.rows(), before));
+        FUZZ_CHECK(table.rows() == before);
         FUZZ_CHECK(table.entryCounter() == rowsBefore);
         FUZZ_CHECK(table.prefixAdded() == prefixBefore);
         FUZZ_CHECK(table.getMaxNameSize() == nameSize && table.getMaxFrei1Size() == frei1Size
@@ -111,7 +90,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QList<RecipientRow>& rows = table.rows();
     FUZZ_CHECK(rows.size() == rowCount && table.rowCount() == rowCount);
     FUZZ_CHECK(table.entryCounter() == rowCount);
-    FUZZ_CHECK(sameRows(rows, lineByLine.rows()));
+    FUZZ_CHECK(rows == lineByLine.rows());
     FUZZ_CHECK(table.prefixAdded() == (prefixBefore || prefixNeeded));
     for (qsizetype i = 0; i < rows.size(); ++i) {
         FUZZ_CHECK(rows[i].Tag == i + 1);
@@ -121,6 +100,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     }
     // The same group again gives the same table, numbered from 1 again.
     FUZZ_CHECK(table.loadGroup(text));
-    FUZZ_CHECK(sameRows(table.rows(), lineByLine.rows()));
+    FUZZ_CHECK(table.rows() == lineByLine.rows());
     return 0;
 }

@@ -19,6 +19,8 @@ struct RecipientRow
     QString Freitext1;
     QString Freitext2;
     qint32 Tag = 0; // the row's identity while the table lives
+
+    bool operator==(const RecipientRow&) const = default;
 };
 
 class RecipientTable : public QAbstractTableModel
