@@ -204,7 +204,7 @@ bool SendCommand::readSchedule(const QString& at)
     }
     ScheduleChoices choices;
     choices.cbRepetition = false;
-    choices.DTPickerStart = QDateTime(date, QTime(hour, minute));
+    choices.DTPickerStart = CronRules::wallClock(date, QTime(hour, minute));
     choices.cmbTimeHour = match.captured(2);
     choices.cmbTimeMinutes = match.captured(3);
     const CronRules::Result result = CronRules::generate(choices);

@@ -107,6 +107,12 @@ QList<Message> monthDayWarning(const QString& cmbMonthDayDate, bool* ok)
     return {};
 }
 
+QDateTime wallClock(const QDate& date, const QTime& time)
+{
+    const QDateTime local(date, time);
+    return local.isValid() || !date.isValid() || !time.isValid() ? local : QDateTime(date, time, Qt::UTC);
+}
+
 Result generate(const ScheduleChoices& c)
 {
     Result r;
@@ -125,7 +131,7 @@ Result generate(const ScheduleChoices& c)
         return fail(QStringLiteral("cmbTimeHour"));
     if (!strictInt(c.cmbTimeMinutes, &minute) || minute < 0 || minute > 59)
         return fail(QStringLiteral("cmbTimeMinutes"));
-    r.DTPickerStart = QDateTime(c.DTPickerStart.date(), QTime(hour, minute, 0));
+    r.DTPickerStart = wallClock(c.DTPickerStart.date(), QTime(hour, minute, 0));
 
     if (!c.cbRepetition) {
         r.job.setStartTime(r.DTPickerStart.toString(Format) + u' ');

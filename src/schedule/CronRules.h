@@ -37,6 +37,11 @@ struct Result
 // The press of cbSend.
 Result generate(const ScheduleChoices& choices);
 
+// A day and a time of day as the dialog's boxes show them. Where the local clock skips that time
+// (the hour lost when summer time begins) the value keeps it all the same, as a reading without a
+// time zone: the service gets the time the user chose, never an empty start.
+QDateTime wallClock(const QDate& date, const QTime& time);
+
 // Days of a month; 0 for a month or year that makes no date.
 int DayOfMonthCount(int month, int year);
 // "Januar" to "Dezember" give "1" to "12"; anything else an empty text.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ScheduleDialogRules.h"
 
+#include "CronRules.h"
 #include "settings/tools.h"
 
 namespace ScheduleDialogRules {
@@ -79,7 +80,7 @@ Proposal proposeStartTime(const QDateTime& now)
     Proposal p;
     p.cmbTimeHour = twoDigits(hour);
     p.cmbTimeMinutes = twoDigits(minute);
-    p.DTPickerStart = QDateTime(day, now.time());
+    p.DTPickerStart = CronRules::wallClock(day, now.time());
     p.DTPickerStop = now.addDays(1);
     return p;
 }
@@ -102,11 +103,13 @@ TodayDefaults todayDefaults(const QDate& today)
 RestoredStart restoreStartTime(const QString& startTime)
 {
     RestoredStart r;
-    const QDateTime parsed = QDateTime::fromString(startTime.left(16), QStringLiteral("yyyy-MM-dd hh:mm"));
-    if (!parsed.isValid())
+    // Day and time apart, so that a start in the hour summer time skips is restored as well.
+    const QDate day = QDate::fromString(startTime.left(10), QStringLiteral("yyyy-MM-dd"));
+    const QTime time = QTime::fromString(startTime.mid(10, 6), QStringLiteral(" hh:mm"));
+    if (!day.isValid() || !time.isValid())
         return r;
     r.ok = true;
-    r.DTPickerStart = parsed;
+    r.DTPickerStart = CronRules::wallClock(day, time);
     r.cmbTimeHour = startTime.mid(11, 2);
     r.cmbTimeMinutes = startTime.mid(14, 2);
     return r;

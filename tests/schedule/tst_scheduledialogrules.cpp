@@ -83,6 +83,9 @@ private slots:
         QTest::newRow("not a date") << u"kaputt"_s << QDateTime();
         QTest::newRow("month 13") << u"2009-13-15 09:05:00"_s << QDateTime();
         QTest::newRow("leading blank shifts the positions") << u" 2009-07-15 09:05:00"_s << QDateTime();
+        // The hour the clocks skip when summer time begins is a time like any other.
+        QTest::newRow("02:30 on the day summer time begins")
+            << u"2026-03-29 02:30:00"_s << QDateTime(QDate(2026, 3, 29), QTime(2, 30), Qt::UTC);
     }
 
     void restore()
