@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "frmMultiSMS.h"
 
-#include "BulkRun.h"
 #include "frmOpenWebGroup.h"
 #include "sending/frmMain.h"
 #include "settings/AddressBook.h"
@@ -235,7 +234,7 @@ void frmMultiSMS::connectHandlers()
 void frmMultiSMS::closeEvent(QCloseEvent* event)
 {
     // The rows of a run in progress are still being sent: the window stays until the run ends.
-    if (BulkRun::isRunning()) {
+    if (frmMain::instance() && frmMain::instance()->sending()->isRunning()) {
         event->ignore();
         return;
     }

@@ -4,6 +4,7 @@
 #include "sending/GatewayAnswer.h"
 #include "toolkit/Clock.h"
 #include "toolkit/DefaultInstance.h"
+#include "toolkit/MessageBox.h"
 #include "toolkit/mAni2.h"
 
 #include <QCloseEvent>
@@ -73,11 +74,16 @@ frmMultiSMSLog::frmMultiSMSLog()
 
     cmdClose = new QPushButton(QStringLiteral("Abbrechen"), this);
     cmdClose->setObjectName(QStringLiteral("cmdClose"));
+    cmdResend = new QPushButton(QStringLiteral("Nicht versendete erneut senden"), this);
+    cmdResend->setObjectName(QStringLiteral("cmdResend"));
+    cmdResend->hide();
     auto* buttons = new QHBoxLayout;
+    buttons->addWidget(cmdResend);
     buttons->addStretch();
     buttons->addWidget(cmdClose);
     layout->addLayout(buttons);
     connect(cmdClose, &QPushButton::clicked, this, &frmMultiSMSLog::cmdClose_Click);
+    connect(cmdResend, &QPushButton::clicked, this, &frmMultiSMSLog::cmdResend_Click);
 
     m_show = new QTimer(this);
     m_show->setSingleShot(true);
@@ -95,10 +101,41 @@ void frmMultiSMSLog::cmdClose_Click()
 {
     if (cmdClose->text() == QStringLiteral("Abbrechen")) {
         abortRequested = true;
+        if (m_sending)
+            m_sending->abortRun();
         appendNote(QStringLiteral("!!!! Abbruch durch User"));
     } else {
         hide();
     }
+}
+
+void frmMultiSMSLog::cmdResend_Click()
+{
+    QList<int> rows = m_notSentRows;
+    if (!m_unknownRows.isEmpty()) {
+        // These may have gone out and been billed: sent again only when the user says so.
+        const QStringList lines = m_unknownLines.mid(0, 10);
+        QString question = QStringLiteral("Zu %1 SMS kam keine Antwort; sie wurden möglicherweise trotzdem "
+                                          "versendet:\r\n")
+                               .arg(m_unknownRows.size())
+            + lines.join(QStringLiteral("\r\n"));
+        if (m_unknownLines.size() > lines.size())
+            question += QStringLiteral("\r\nund %1 weitere").arg(m_unknownLines.size() - lines.size());
+        question += QStringLiteral("\r\n\r\nSollen auch diese SMS noch einmal versendet werden?");
+        switch (MessageBox::show(this, question, MessageBox::Buttons::YesNoCancel, MessageBox::Icon::Question,
+                                 windowTitle())) {
+        case MessageBox::Answer::Yes:
+            rows += m_unknownRows;
+            std::sort(rows.begin(), rows.end());
+            break;
+        case MessageBox::Answer::No:
+            break;
+        default:
+            return;
+        }
+    }
+    if (!rows.isEmpty())
+        emit resendRequested(rows);
 }
 
 void frmMultiSMSLog::closeEvent(QCloseEvent* event)
@@ -107,6 +144,115 @@ void frmMultiSMSLog::closeEvent(QCloseEvent* event)
     // window stays to show its end; afterwards it hides the window, which is never unloaded.
     event->ignore();
     cmdClose_Click();
+}
+
+void frmMultiSMSLog::observe(SendingSession* sending)
+{
+    if (m_sending == sending)
+        return;
+    if (m_sending)
+        m_sending->disconnect(this);
+    m_sending = sending;
+    connect(sending, &SendingSession::runStarted, this, &frmMultiSMSLog::runStarted);
+    connect(sending, &SendingSession::rowPassed, this, &frmMultiSMSLog::rowPassed);
+    connect(sending, &SendingSession::delivered, this, &frmMultiSMSLog::delivered);
+    connect(sending, &SendingSession::finished, this, &frmMultiSMSLog::smsFinished);
+    connect(sending, &SendingSession::runStopped, this, &frmMultiSMSLog::runStopped);
+    connect(sending, &SendingSession::runFinished, this, &frmMultiSMSLog::runFinished);
+}
+
+void frmMultiSMSLog::runStarted(int run, int rows)
+{
+    m_run = run;
+    show();
+    raise();
+    clearLog(rows);
+    abortRequested = false;
+    pBar->setMinimum(0);
+    pBar->setValue(0);
+    pBar->setMaximum(rows + 3);
+}
+
+void frmMultiSMSLog::rowPassed(int run, int position, int row, bool stopped)
+{
+    if (run != m_run)
+        return;
+    if (stopped)
+        m_notSentRows.append(row);
+    // The position starts at 1 and is raised after each row, so the bar stands one ahead.
+    setProgress(position + 1, stopped ? QStringLiteral("Wird abgebrochen bitte warten ...") : progressText(position));
+}
+
+QString frmMultiSMSLog::progressText(int position) const
+{
+    // A row whose request never left isn't counted as sent.
+    return QStringLiteral("Es wurden bereits %1 von %2 SMS versendet.").arg(position - m_lostOnTheWay).arg(m_rows);
+}
+
+void frmMultiSMSLog::delivered(const SendingSession::Delivery& delivery)
+{
+    if (delivery.answered) {
+        logAnswer(delivery.answer);
+        return;
+    }
+    if (delivery.state == SendOutcome::State::Sent)
+        return; // a job file written: there is no answer to log
+    const QString stamp = stampNow();
+    if (delivery.state == SendOutcome::State::Unknown) {
+        m_pendingEntries.append(
+            GatewayAnswer::unknownLogEntry(delivery.number, delivery.name, delivery.failure, stamp));
+    } else {
+        m_pendingEntries.append(
+            GatewayAnswer::failureLogEntry(delivery.number, delivery.name, delivery.failure, stamp));
+    }
+    scheduleShow();
+}
+
+void frmMultiSMSLog::smsFinished(const SendingSession::Outcome& outcome)
+{
+    // An answer to an earlier run is logged, but counts in that run only.
+    if (outcome.run != m_run || outcome.run == 0)
+        return;
+    switch (outcome.state) {
+    case SendOutcome::State::Sent:
+        ++m_sent;
+        break;
+    case SendOutcome::State::Unknown:
+        m_unknownRows.append(outcome.row);
+        m_unknownLines.append(QStringLiteral("%1 (%2)").arg(outcome.name, outcome.number));
+        break;
+    case SendOutcome::State::Unreached:
+        ++m_lostOnTheWay;
+        m_notSentRows.append(outcome.row);
+        break;
+    default:
+        m_notSentRows.append(outcome.row);
+        break;
+    }
+    if (m_finished) {
+        // The last rows' answers come after the end; the closing figures follow them.
+        m_pendingText = closingText();
+        m_textPending = true;
+        cmdResend->setVisible(!m_notSentRows.isEmpty() || !m_unknownRows.isEmpty());
+        scheduleShow();
+    }
+}
+
+void frmMultiSMSLog::runStopped(int run, const QString& note)
+{
+    if (run == m_run)
+        appendNote(note);
+}
+
+void frmMultiSMSLog::runFinished(int run)
+{
+    if (run != m_run)
+        return;
+    showNow();
+    pBar->setValue(pBar->maximum());
+    cmdClose->setText(QStringLiteral("Schliessen"));
+    finishRun();
+    mAni2::stopAnimation(ani);
 }
 
 QString frmMultiSMSLog::stampNow()
@@ -127,26 +273,18 @@ void frmMultiSMSLog::logAnswer(const QString& answer)
     scheduleShow();
 }
 
-void frmMultiSMSLog::logFailure(int row, const QString& number, const QString& name, const QString& reason)
-{
-    m_pendingEntries.append(GatewayAnswer::failureLogEntry(number, name, reason, stampNow()));
-    if (row >= 0)
-        m_failedRows.insert(row);
-    if (m_finished) {
-        // The last row's answer comes after the end; the closing figures follow it.
-        m_pendingText = closingText();
-        m_textPending = true;
-    }
-    scheduleShow();
-}
-
 QString frmMultiSMSLog::closingText() const
 {
-    if (m_failedRows.isEmpty())
+    const int notSent = int(m_notSentRows.size());
+    const int unknown = int(m_unknownRows.size());
+    if (notSent == 0 && unknown == 0)
         return QStringLiteral("Vorgang abgeschlossen");
-    return QStringLiteral("Vorgang abgeschlossen – %1 von %2 SMS wurden nicht versendet.")
-        .arg(m_failedRows.size())
-        .arg(m_rows);
+    QString text = QStringLiteral("Vorgang abgeschlossen – %1 von %2 SMS versendet").arg(m_sent).arg(m_rows);
+    if (notSent > 0)
+        text += QStringLiteral(", %1 nicht versendet").arg(notSent);
+    if (unknown > 0)
+        text += QStringLiteral(", %1 ohne Antwort (möglicherweise versendet)").arg(unknown);
+    return text + u'.';
 }
 
 void frmMultiSMSLog::finishRun()
@@ -154,6 +292,7 @@ void frmMultiSMSLog::finishRun()
     m_finished = true;
     showNow();
     lblSend->setText(closingText());
+    cmdResend->setVisible(!m_notSentRows.isEmpty() || !m_unknownRows.isEmpty());
 }
 
 void frmMultiSMSLog::setProgress(int value, const QString& text)
@@ -219,8 +358,13 @@ void frmMultiSMSLog::layOutTop()
 
 void frmMultiSMSLog::clearLog(int rows)
 {
-    m_failedRows.clear();
     m_rows = rows;
+    m_sent = 0;
+    m_lostOnTheWay = 0;
+    m_notSentRows.clear();
+    m_unknownRows.clear();
+    m_unknownLines.clear();
+    cmdResend->hide();
     m_finished = false;
     m_pendingEntries.clear();
     m_pendingValue = -1;

@@ -1,9 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // "Ihre Nachrichten werden verschickt": the progress of a bulk run and the gateway's answers,
-// newest on top. Its button stops the run, and hides the window once the run is over.
+// newest on top. Its button stops the run, and hides the window once the run is over. It draws
+// what the sending tells of the run: every row's outcome is counted, sent, not sent and unknown
+// apart, and the rows that did not go out can be sent again.
 #pragma once
 
-#include <QSet>
+#include "sending/SendingSession.h"
+
+#include <QList>
+#include <QPointer>
 #include <QStringList>
 #include <QWidget>
 
@@ -26,16 +31,14 @@ public:
 
     bool abortRequested = false;
 
+    // Follows the runs of this sending from now on.
+    void observe(SendingSession* sending);
+
     // Puts the answer's parts on top of the log, each behind the current date and time.
     void logAnswer(const QString& answer);
-    // A request of row (0-based) that brought no answer: on top of the log, with the reason; the
-    // row no longer counts as sent, also when its failure comes after the run's end.
-    void logFailure(int row, const QString& number, const QString& name, const QString& reason);
     // Empties the log for a new run of rows rows.
     void clearLog(int rows = 0);
-    // The rows of this run whose requests failed so far.
-    int failedRows() const { return int(m_failedRows.size()); }
-    // The end of a run: "Vorgang abgeschlossen", and how many rows did not go out, if any did not.
+    // The end of a run: "Vorgang abgeschlossen", and the figures when not every SMS went out.
     void finishRun();
     // The run's progress: the bar's value and lblSend. Shown a moment later, together with the
     // answers that came meanwhile; showNow() brings everything up to date at once.
@@ -44,11 +47,21 @@ public:
     // A line under everything logged so far.
     void appendNote(const QString& note);
 
+    // The rows (0-based) of the last run that did not go out, and those whose outcome is unknown.
+    QList<int> rowsNotSent() const { return m_notSentRows; }
+    QList<int> rowsUnknown() const { return m_unknownRows; }
+
     QPlainTextEdit* txtLog;
     QLabel* lblSend;
     QProgressBar* pBar;
     QPushButton* cmdClose;
+    // Offered after a run with rows that did not go out.
+    QPushButton* cmdResend;
     QLabel* ani;
+
+signals:
+    // The user asks to send these rows of the table again.
+    void resendRequested(const QList<int>& rows);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -56,15 +69,27 @@ protected:
 private:
     frmMultiSMSLog();
     void cmdClose_Click();
+    void cmdResend_Click();
+    void runStarted(int run, int rows);
+    void rowPassed(int run, int position, int row, bool stopped);
+    void delivered(const SendingSession::Delivery& delivery);
+    void smsFinished(const SendingSession::Outcome& outcome);
+    void runStopped(int run, const QString& note);
+    void runFinished(int run);
+    // A line on top of the log, behind the current date and time.
+    void logLine(const QString& line);
     // Answers and progress come faster than a window can be drawn for each; the window shows
     // them a few times a second, all that came meanwhile at once.
     void scheduleShow();
+    QString progressText(int position) const;
     QString closingText() const;
     void layOutTop();
     // The stamp of the log's lines for this moment. Reading the local time is dear next to a
     // request on loopback; the stamp changes once a second, and is made anew only then.
     QString stampNow();
 
+    QPointer<SendingSession> m_sending;
+    int m_run = 0;
     // The lines of each answer and failure not yet shown, oldest first.
     QStringList m_pendingEntries;
     qint64 m_stampSecond = -1;
@@ -73,7 +98,11 @@ private:
     QString m_pendingText;
     bool m_textPending = false;
     QTimer* m_show;
-    QSet<int> m_failedRows;
     int m_rows = 0;
+    int m_sent = 0;
+    int m_lostOnTheWay = 0; // not sent for want of a connection or a folder: not counted as sent
+    QList<int> m_notSentRows;
+    QList<int> m_unknownRows;
+    QStringList m_unknownLines; // "Name (Nummer)" of each
     bool m_finished = false;
 };

@@ -36,6 +36,14 @@ bool* flagOf(SendArguments& a, const QString& option)
         return &a.help;
     if (option == u"--version")
         return &a.version;
+    if (option == u"--json")
+        return &a.json;
+    if (option == u"--resume")
+        return &a.resume;
+    if (option == u"--resend-unknown")
+        return &a.resendUnknown;
+    if (option == u"--transliterate")
+        return &a.transliterate;
     return nullptr;
 }
 } // namespace
@@ -82,6 +90,10 @@ SendArguments parseSendArguments(const QStringList& arguments)
     if (a.help || a.version)
         return a;
 
+    if ((a.resume || a.resendUnknown) && a.file.isEmpty()) {
+        a.error = QStringLiteral("--resume und --resend-unknown gehören zu einer Liste (--file).");
+        return a;
+    }
     if (a.balance) {
         if (!positional.isEmpty())
             a.error = QStringLiteral("--balance nimmt keine Rufnummer und keinen Text.");
@@ -128,6 +140,14 @@ QString sendUsage()
                           "  --reply                der Empfänger kann antworten\n"
                           "  --status               mit Statusbericht\n"
                           "  --long                 als Überlange-SMS (mit Absenderkennung)\n"
+                          "  --resume               mit --file: nur die Zeilen senden, die beim letzten Versand\n"
+                          "                         dieser Liste nicht versendet wurden; nie eine versendete\n"
+                          "  --resend-unknown       mit --resume: auch die Zeilen, zu denen keine Antwort kam\n"
+                          "                         und die möglicherweise schon versendet wurden\n"
+                          "  --transliterate        Zeichen, die nicht per SMS gehen (Ł, ś, Emojis), durch die\n"
+                          "                         nächsten einfachen Buchstaben ersetzen statt abzulehnen\n"
+                          "  --json                 je SMS eine Zeile JSON: number, name, state, parts, credits,\n"
+                          "                         answer\n"
                           "  --name NAME            Name des Empfängers\n"
                           "  -n, --dry-run          nichts versenden: Größe, Anzahl, Preis und Anfrage zeigen\n"
                           "  --balance              das Guthaben in Credits ausgeben\n"
@@ -137,6 +157,8 @@ QString sendUsage()
                           "\n"
                           "Ohne gespeichertes Kennwort wird es von der Standardeingabe gelesen (erste Zeile).\n"
                           "\n"
-                          "Rückgabewert: 0 alles versendet, 1 das Gateway hat mindestens eine SMS abgelehnt,\n"
-                          "2 das Gateway war nicht zu erreichen, 3 fehlerhafte Angaben.\n");
+                          "Rückgabewert: 0 alles versendet, 1 mindestens eine SMS abgelehnt, 2 mindestens eine\n"
+                          "SMS nicht versendet (keine Verbindung), 3 fehlerhafte Angaben, 4 mindestens eine SMS\n"
+                          "ohne Antwort: sie ist möglicherweise versendet, also nicht blind erneut senden.\n"
+                          "4 geht vor 2, 2 vor 1.\n");
 }

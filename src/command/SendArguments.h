@@ -26,6 +26,14 @@ struct SendArguments
     // The recipient's name, as the window's "Empfängername".
     QString name;
     bool dryRun = false;
+    // One line of JSON per SMS on standard output instead of the gateway's words.
+    bool json = false;
+    // A list's run again: only the rows that did not go out last time; resendUnknown also those
+    // that may have gone out.
+    bool resume = false;
+    bool resendUnknown = false;
+    // Characters that can't go out replaced by plain letters instead of refusing the text.
+    bool transliterate = false;
     bool balance = false;
     // Another store than the user's own.
     QString config;

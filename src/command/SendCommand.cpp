@@ -4,6 +4,7 @@
 #include "ConsoleInput.h"
 #include "Version.h"
 #include "bulk/RecipientTable.h"
+#include "bulk/RunRecord.h"
 #include "handoff/xmlServer.h"
 #include "schedule/CronRules.h"
 #include "sending/GatewayAnswer.h"
@@ -21,6 +22,8 @@
 
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 
 namespace {
@@ -113,6 +116,9 @@ int SendCommand::run(const QStringList& arguments)
     }
     QString text = a.textFromInput ? ConsoleInput::readText() : a.text;
     text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\n', QStringLiteral("\r\n"));
+    m_json = a.json;
+    m_resume = a.resume;
+    m_resendUnknown = a.resendUnknown;
     if (!readMessages(a, text))
         return BadInput;
     return a.dryRun ? dryRun() : send();
@@ -243,6 +249,7 @@ bool SendCommand::readMessages(const SendArguments& a, const QString& text)
             return false;
         }
         table.recalcMaxSizes();
+        m_rows = table.rows();
         m_placeholders = { table.getMaxNameSize(), table.getMaxFrei1Size(), table.getMaxFrei2Size(), table.rowCount() };
         for (int i = 0; i < table.rowCount(); ++i) {
             const RecipientRow& row = table.rows().at(i);
@@ -306,12 +313,14 @@ int SendCommand::dryRun()
     QString failure;
     const qint32 credits = queryBalance(&failure);
     m_out << QStringLiteral("Gesamt: %1 SMS, %2 Credits. ").arg(count).arg(total);
+    // Judged as the send will judge it: by the balance test.
+    const bool enough = SendingSession::balanceRefusal(credits, count, options, m_bulk).isEmpty();
     if (credits < 0)
         m_out << QStringLiteral("Guthaben: unbekannt\n");
     else
         m_out << QStringLiteral("Guthaben: %1 Credits, %2\n")
                      .arg(credits)
-                     .arg(credits >= total ? QStringLiteral("es reicht") : QStringLiteral("es reicht nicht"));
+                     .arg(enough ? QStringLiteral("es reicht") : QStringLiteral("es reicht nicht"));
     return Sent;
 }
 
@@ -319,59 +328,176 @@ int SendCommand::send()
 {
     const cOptionen& o = Options();
     const MessageSize::SmsOptions options = MessageSize::smsOptionsOf(o);
-    // The balance test of the window: the last known balance against the messages at the price
-    // it tests with; an unknown balance never stops the sending.
-    if (!o.xmlIsServerUsed()) {
-        const qint32 credits = queryBalance();
-        if (MessageSize::isBalanceTooLow(credits, messageCount(), MessageSize::balanceTestPrice(options))) {
-            return fail(Refused,
-                        m_bulk ? QStringLiteral("Sie verfügen nicht mehr über ein ausreichendes Guthaben um "
-                                                "alle Nachrichten zu verschicken.")
-                               : QStringLiteral("Sie verfügen nicht mehr über ein ausreichendes Guthaben um "
-                                                "diese Nachricht zu verschicken."));
+    QList<int> only;
+    std::unique_ptr<RunRecord> record;
+    if (m_bulk && !planRun(&only, &record))
+        return m_worst;
+
+    // The balance test of the window, on every route: the last known balance against the messages
+    // at the price it tests with; an unknown balance never stops the sending.
+    const double count = m_bulk && m_resume ? double(messagesPerRow()) * double(only.size()) : messageCount();
+    const QString refusal = SendingSession::balanceRefusal(queryBalance(), count, options, m_bulk);
+    if (!refusal.isEmpty()) {
+        for (const Message& m : std::as_const(m_messages))
+            report({ 0, -1, m.number, m.name, m.text, 0, SendOutcome::State::Refused, refusal });
+        m_err << refusal << '\n' << Qt::flush;
+        return Refused;
+    }
+    if (m_bulk && m_resume && only.isEmpty())
+        return m_worst;
+
+    SendingSession::Host host;
+    // What the window's text box would hold: the message, or the run's text with its placeholders.
+    const QString txtSMS = m_bulk ? m_template : m_messages.value(0).text;
+    host.messageText = [txtSMS] { return txtSMS; };
+    // A sender identity that is on and empty was refused before.
+    host.sendWithoutSender = [] { return false; };
+    SendingSession session(host);
+    session.transfer()->setAccessType(ProxyConfig::GetAccessType());
+    session.transfer()->setProxy(ProxyConfig::GetProxyString());
+    QObject::connect(&session, &SendingSession::delivered, &session,
+                     [this](const SendingSession::Delivery& d) { tell(d); });
+    QObject::connect(&session, &SendingSession::finished, &session,
+                     [this](const SendingSession::Outcome& outcome) { report(outcome); });
+    QEventLoop loop;
+    QObject::connect(&session, &SendingSession::idle, &loop, &QEventLoop::quit);
+
+    SendingSession::Send send;
+    send.password = m_password;
+    send.isMultiSMSMode = m_bulk;
+    send.chkPrivat = PrivatTicked;
+    send.chkPublic = PublicUnticked;
+    send.schedule = m_schedule;
+    if (m_bulk) {
+        session.startRun(send, m_rows, only, record.release());
+    } else {
+        const Message& m = m_messages.constFirst();
+        session.sendMessage(send, m.number, m.text, m.name);
+    }
+    if (session.isBusy())
+        loop.exec();
+    return m_worst;
+}
+
+bool SendCommand::planRun(QList<int>* only, std::unique_ptr<RunRecord>* record)
+{
+    *record = std::make_unique<RunRecord>(RunRecord::pathFor(m_rows));
+    const RunRecord::Contents before = RunRecord::read((*record)->path());
+    if (!m_resume || !before.exists) {
+        m_resume = false;
+        if (!(*record)->begin(m_template, int(m_rows.size())))
+            record->reset();
+        return true;
+    }
+    // Rows that went out are never sent again; rows that may have gone out only when asked for.
+    *only = before.rowsToSend();
+    const QList<int> unknown = before.rowsUnknown();
+    if (m_resendUnknown) {
+        *only += unknown;
+        std::sort(only->begin(), only->end());
+    }
+    for (int row = 0; row < m_rows.size(); ++row) {
+        const Message& m = m_messages.at(row);
+        if (!m_resendUnknown && unknown.contains(row)) {
+            report({ 0, row, m.number, m.name, m.text, 0, SendOutcome::State::Unknown,
+                     QStringLiteral("Beim letzten Versand kam keine Antwort; die SMS ist möglicherweise "
+                                    "versendet. Mit --resend-unknown wird sie erneut gesendet.") });
+        } else if (!only->contains(row)) {
+            report({ 0, row, m.number, m.name, m.text, 0, SendOutcome::State::Skipped,
+                     QStringLiteral("bereits versendet") });
         }
     }
-    const QString url = GatewayRequest::requestUrl(m_schedule.has_value(), Urls().SendSMS(), Urls().CronSMS());
-    int refused = 0;
-    int unreachable = 0;
-    for (const Message& m : std::as_const(m_messages)) {
-        const QString label = m_bulk ? QStringLiteral("%1 (%2): ").arg(m.name, m.number) : QString();
-        for (const QString& part : GatewayRequest::sendMessageParts(m.text, options)) {
-            if (o.xmlIsServerUsed()) {
-                const xmlServer::WriteResult written = xmlServer::writeJob(o, m_password, m.number, part);
-                if (!written.ok) {
-                    m_err << label
-                          << QStringLiteral("Die SMS an %1 konnte nicht an den Quellbote Server übergeben werden: ")
-                                 .arg(m.number)
-                          << written.error << '\n'
-                          << Qt::flush;
-                    ++unreachable;
-                    continue;
-                }
-                m_out << label << GatewayRequest::handOffDoneText(true, o.xmlSingleUser(), o.xmlGroupUser()) << '\n';
-                continue;
-            }
-            const GatewayRequest::SendRequest request
-                = GatewayRequest::requestFor(o, m_password, m.number, m.name, part, m_bulk ? m_template : m.text,
-                                             m_bulk, PrivatTicked, PublicUnticked, m_schedule);
-            QString words;
-            switch (post(url, GatewayRequest::requestBody(request), &words)) {
-            case Unreachable:
-                m_err << label << QStringLiteral("Die SMS an %1 wurde nicht versendet: ").arg(m.number) << words << '\n'
-                      << Qt::flush;
-                ++unreachable;
-                break;
-            case Refused:
-                ++refused;
-                [[fallthrough]];
-            default:
-                m_out << label << words << '\n';
-                break;
-            }
-            m_out.flush();
-        }
+    if (!only->isEmpty() && !(*record)->resume())
+        record->reset();
+    return true;
+}
+
+void SendCommand::tell(const SendingSession::Delivery& d)
+{
+    const QString label = m_bulk ? QStringLiteral("%1 (%2): ").arg(d.name, d.number) : QString();
+    if (d.answered) {
+        if (!m_json)
+            m_out << label << GatewayAnswer::readAnswer(d.answer).items.join(QStringLiteral("; ")) << '\n' << Qt::flush;
+        return;
     }
-    return unreachable ? Unreachable : refused ? Refused : Sent;
+    if (d.handOff && d.state == SendOutcome::State::Sent) {
+        if (!m_json) {
+            const cOptionen& o = Options();
+            m_out << label << GatewayRequest::handOffDoneText(true, o.xmlSingleUser(), o.xmlGroupUser()) << '\n'
+                  << Qt::flush;
+        }
+        return;
+    }
+    if (d.handOff)
+        m_err << label << d.failure << '\n';
+    else if (d.state == SendOutcome::State::Unknown)
+        m_err << label
+              << QStringLiteral("Keine Antwort zur SMS an %1: %2 Sie wurde möglicherweise trotzdem versendet; "
+                                "nicht ungeprüft erneut senden.")
+                     .arg(d.number, d.failure)
+              << '\n';
+    else
+        m_err << label << QStringLiteral("Die SMS an %1 wurde nicht versendet: ").arg(d.number) << d.failure << '\n';
+    m_err.flush();
+}
+
+void SendCommand::report(const SendingSession::Outcome& outcome)
+{
+    using SendOutcome::State;
+    const auto rank = [](State s) {
+        switch (s) {
+        case State::Unknown:
+            return 3;
+        case State::Unreached:
+            return 2;
+        case State::Refused:
+            return 1;
+        default:
+            return 0;
+        }
+    };
+    static constexpr Exit exits[] = { Sent, Refused, Unreachable, Unknown };
+    if (rank(outcome.state) > rank(stateOfExit(m_worst)))
+        m_worst = exits[rank(outcome.state)];
+    if (outcome.state == State::Skipped && !m_json) {
+        m_out << QStringLiteral("%1 (%2): %3").arg(outcome.name, outcome.number, outcome.answer) << '\n' << Qt::flush;
+        return;
+    }
+    if (!m_json)
+        return;
+    const bool billed = outcome.state == State::Sent || outcome.state == State::Unknown;
+    const Message& m = m_messages.value(outcome.row < 0 ? 0 : outcome.row);
+    const int price = MessageSize::updateCost(MessageSize::smsOptionsOf(Options()), m.key, m.rest);
+    QJsonObject line;
+    line.insert(QStringLiteral("number"), outcome.number);
+    line.insert(QStringLiteral("name"), outcome.name);
+    line.insert(QStringLiteral("state"), SendOutcome::name(outcome.state));
+    line.insert(QStringLiteral("parts"), outcome.parts);
+    line.insert(QStringLiteral("credits"), billed ? outcome.parts * price : 0);
+    line.insert(QStringLiteral("answer"), outcome.answer);
+    if (outcome.row >= 0)
+        line.insert(QStringLiteral("row"), outcome.row + 1);
+    m_out << QString::fromUtf8(QJsonDocument(line).toJson(QJsonDocument::Compact)) << '\n' << Qt::flush;
+}
+
+SendOutcome::State SendCommand::stateOfExit(Exit exit)
+{
+    switch (exit) {
+    case Unknown:
+        return SendOutcome::State::Unknown;
+    case Unreachable:
+        return SendOutcome::State::Unreached;
+    case Refused:
+        return SendOutcome::State::Refused;
+    default:
+        return SendOutcome::State::Sent;
+    }
+}
+
+int SendCommand::messagesPerRow() const
+{
+    return MessageSize::recalcSmsSize(m_template, true, MessageSize::smsOptionsOf(Options()), m_placeholders)
+        .txtAnzahlProNachricht;
 }
 
 int SendCommand::messageCount() const
@@ -380,29 +506,4 @@ int SendCommand::messageCount() const
     if (m_bulk)
         return MessageSize::recalcSmsSize(m_template, true, options, m_placeholders).txtAnzahlMultiSMS;
     return m_messages.isEmpty() ? 0 : MessageSize::recalcSmsSize(m_template, false, options).txtAnzahlSMS;
-}
-
-SendCommand::Exit SendCommand::post(const QString& url, const QString& body, QString* words)
-{
-    QEventLoop loop;
-    int state = 0;
-    const QMetaObject::Connection ended = QObject::connect(m_inet.get(), &Inet::StateChanged, &loop, [&](int s) {
-        state = s;
-        loop.quit();
-    });
-    m_inet->Execute(url, QStringLiteral("POST"), body,
-                    QStringLiteral("Content-Type: application/x-www-form-urlencoded"));
-    if (state == 0)
-        loop.exec();
-    QObject::disconnect(ended);
-    if (state != Inet::icResponseCompleted) {
-        *words = m_inet->FailureText();
-        return Unreachable;
-    }
-    QString answer;
-    for (QString chunk = m_inet->GetChunk(1024); !chunk.isEmpty(); chunk = m_inet->GetChunk(1024))
-        answer += chunk;
-    const GatewayAnswer::Answer read = GatewayAnswer::readAnswer(answer);
-    *words = read.items.join(QStringLiteral("; "));
-    return read.accepted ? Sent : Refused;
 }

@@ -8,6 +8,7 @@
 #include "SendArguments.h"
 #include "sending/GatewayRequest.h"
 #include "sending/MessageSize.h"
+#include "sending/SendingSession.h"
 
 #include <QString>
 #include <QStringList>
@@ -17,6 +18,7 @@
 #include <optional>
 
 class Inet;
+class RunRecord;
 
 class SendCommand
 {
@@ -25,8 +27,9 @@ public:
     enum Exit {
         Sent = 0, // everything went out
         Refused = 1, // the gateway (or the balance) refused at least one SMS
-        Unreachable = 2, // the gateway could not be reached: connection, time-out, certificate
+        Unreachable = 2, // at least one SMS never left: no connection, name not found, certificate
         BadInput = 3, // number, file, text, options, no account
+        Unknown = 4, // at least one SMS left without an answer: it may have gone out; wins over 2 and 1
     };
 
     SendCommand(QTextStream& out, QTextStream& err);
@@ -59,8 +62,14 @@ private:
     qint32 queryBalance(QString* failure = nullptr);
     // "Anzahl SMS" as the window shows it, for the message or the whole run.
     int messageCount() const;
-    // One part to the gateway, strictly after the one before.
-    Exit post(const QString& url, const QString& body, QString* words);
+    // The rows of a run and its record; with --resume only the rows that did not go out.
+    bool planRun(QList<int>* only, std::unique_ptr<RunRecord>* record);
+    // "Anzahl SMS" of one row of a run.
+    int messagesPerRow() const;
+    // A part's outcome in words, as it comes; and every SMS's, as a script reads it.
+    void tell(const SendingSession::Delivery& delivery);
+    void report(const SendingSession::Outcome& outcome);
+    static SendOutcome::State stateOfExit(Exit exit);
 
     QTextStream& m_out;
     QTextStream& m_err;
@@ -71,4 +80,9 @@ private:
     MessageSize::PlaceholderSizes m_placeholders; // of a bulk run's table
     std::optional<GatewayRequest::Schedule> m_schedule;
     QList<Message> m_messages;
+    QList<RecipientRow> m_rows; // of a bulk run
+    bool m_json = false;
+    bool m_resume = false;
+    bool m_resendUnknown = false;
+    Exit m_worst = Sent;
 };

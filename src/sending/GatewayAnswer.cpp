@@ -57,6 +57,14 @@ QString failureLogEntry(const QString& number, const QString& name, const QStrin
     return stamp + QStringLiteral("!!!! Nicht versendet an %1 (%2): %3").arg(name, number, reason) + crlf;
 }
 
+QString unknownLogEntry(const QString& number, const QString& name, const QString& reason, const QString& stamp)
+{
+    return stamp
+        + QStringLiteral("???? Keine Antwort zur SMS an %1 (%2): %3 Die SMS wurde möglicherweise trotzdem versendet.")
+              .arg(name, number, reason)
+        + crlf;
+}
+
 QString prependToLog(const QString& txtLog, const QString& body, const QDateTime& now)
 {
     return logEntry(body, logStamp(now)) + txtLog;

@@ -33,6 +33,8 @@ QString prependFailureToLog(const QString& txtLog, const QString& number, const 
 QString logStamp(const QDateTime& now);
 QString logEntry(const QString& body, const QString& stamp);
 QString failureLogEntry(const QString& number, const QString& name, const QString& reason, const QString& stamp);
+// A request that left without an answer: the SMS may have gone out, and the line says so.
+QString unknownLogEntry(const QString& number, const QString& name, const QString& reason, const QString& stamp);
 
 // The colour of lblCredits.
 enum class CreditsColour {

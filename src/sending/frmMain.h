@@ -5,6 +5,7 @@
 #pragma once
 
 #include "GatewayRequest.h"
+#include "SendingSession.h"
 #include "settings/clsMRU.h"
 
 #include <QWidget>
@@ -80,6 +81,12 @@ public:
     void tbAddressBook_Click();
     // The balance query; blocks until the service answered.
     void refreshCredits();
+    // What sends this window's messages and runs; the log window and the editor observe it.
+    SendingSession* sending() const { return m_sending; }
+    // Sends the rows (0-based) of the MultiSMS table again, through the checks, the password and
+    // the balance test of "Senden": the rows a run left unsent, or those a run ended by the
+    // program's end didn't reach.
+    void sendRowsAgain(const QList<int>& rows);
     // The version check of the start.
     void checkForUpdate();
     // Size, counters and send button from the text.
@@ -148,13 +155,18 @@ private:
     // The send road.
     bool validateInput();
     void sendSingle();
-    // The start of a bulk run: balance test, question, then the run over the MultiSMS table.
-    void sendBulk(int price);
+    // The start of a bulk run: balance test, question, then the run over the MultiSMS table, or
+    // over only the rows of only.
+    void sendBulk(const QList<int>& only = {});
+    // Hands the message to the sending and returns once its last part is on its way.
     void sendMessage(const QString& number, const QString& text, const QString& name);
-    void submitMessage(const QString& number, const QString& text, const QString& name);
-    // The job file of one part for the local server program, and the note that it went.
-    void handOffToServer(const QString& number, const QString& text);
-    void iNet_StateChanged(int state);
+    // What a send from this window is made with now.
+    SendingSession::Send currentSend() const;
+    // A part's outcome: the gateway's answer in a box, or the note after a hand-off to the server.
+    void sendingDelivered(const SendingSession::Delivery& delivery);
+    void handOffDone(const SendingSession::Delivery& delivery);
+    // The gateway's answer to a single message.
+    void showGatewayAnswer(const QString& body);
     void iNet2_StateChanged(int state);
     // Shows or hides the update link and picture; false for an answer that is no version.
     bool applyVersionAnswer(const QString& text);
@@ -207,7 +219,8 @@ private:
     QLabel* picUpdate;
     QLabel* lblVersion;
     QLabel* lblCopyright;
-    Inet* iNet;
+    SendingSession* m_sending;
+    Inet* iNet; // the sending's transfer
     Inet* iNet2;
     QTimer* tm;
     QTimer* tmCredits;
@@ -218,12 +231,5 @@ private:
     frmMinimizeWarning* m_minimizeWarning = nullptr;
     std::unique_ptr<frmPhonebook> m_phonebook;
     bool m_unloaded = false;
-    // The request iNet carries now, for the log should it bring no answer.
-    struct InFlight
-    {
-        QString number;
-        QString name;
-        int row = -1; // of a bulk run
-    };
-    InFlight m_inFlight;
+    int m_lastHandedOver = 0;
 };

@@ -10,6 +10,7 @@
 #include "settings/frmOptionen.h"
 #include "settings/tools.h"
 #include "toolkit/Inet.h"
+#include "toolkit/MessageBox.h"
 #include "toolkit/OpenInBrowser.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
@@ -246,8 +247,20 @@ void frmMain::buildControls()
     lblCopyright = new QLabel(QStringLiteral("© ") + OemTheme::builtInCopyright(), this);
     lblCopyright->setObjectName(QStringLiteral("lblCopyright"));
 
-    iNet = new Inet(this);
-    iNet->setObjectName(QStringLiteral("iNet"));
+    SendingSession::Host host;
+    host.messageText = [this] { return txtSMS->text(); };
+    host.sendWithoutSender = [this] {
+        const bool yes = MessageBox::show(this,
+                                          QStringLiteral("Sie haben keinen Absender eingegeben, soll die Nachricht\r\n"
+                                                         "dennoch versendet werden?"),
+                                          MessageBox::Buttons::YesNo, MessageBox::Icon::Question,
+                                          QStringLiteral("Kein Absendername vorhanden"))
+            == MessageBox::Answer::Yes;
+        return yes;
+    };
+    m_sending = new SendingSession(host, this);
+    m_sending->setObjectName(QStringLiteral("sending"));
+    iNet = m_sending->transfer();
     iNet2 = new Inet(this);
     iNet2->setObjectName(QStringLiteral("iNet2"));
     tm = new QTimer(this);
@@ -412,7 +425,8 @@ void frmMain::connectHandlers()
             refreshCredits();
     });
     frmNoInternet::setOptionsOpener([](QWidget* owner) { frmOptionen::showModal(owner); });
-    connect(iNet, &Inet::StateChanged, this, &frmMain::iNet_StateChanged);
+    connect(m_sending, &SendingSession::delivered, this, &frmMain::sendingDelivered);
+    connect(m_sending, &SendingSession::messageHandedOver, this, [this](int message) { m_lastHandedOver = message; });
     connect(iNet2, &Inet::StateChanged, this, &frmMain::iNet2_StateChanged);
     connect(tm, &QTimer::timeout, this, &frmMain::tm_Timer);
     connect(tmCredits, &QTimer::timeout, this, &frmMain::tmCredits_Timer);

@@ -4,13 +4,15 @@
 #include "MessageSize.h"
 #include "NumberRules.h"
 #include "account/frmPhonebook.h"
-#include "bulk/BulkRun.h"
+#include "account/frmLogin.h"
+#include "bulk/RunRecord.h"
 #include "bulk/frmMultiSMS.h"
 #include "bulk/frmMultiSMSLog.h"
 #include "frmMain.h"
 #include "schedule/frmTimeControl.h"
 #include "settings/AddressBook.h"
 #include "settings/ProductName.h"
+#include "settings/cOptionen.h"
 #include "settings/frmAddressBookPicker.h"
 #include "toolkit/FieldColors.h"
 #include "toolkit/MessageBox.h"
@@ -20,6 +22,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEventLoop>
 #include <QLineEdit>
 #include <QPointer>
 
@@ -42,7 +45,7 @@ void frmMain::tbMultiSMS_Click()
 {
     // Leaving the mode in the middle of a run would send the remaining rows as single messages
     // (emptied after the first answer) or drop them with the table.
-    if (BulkRun::isRunning())
+    if (m_sending->isRunning())
         return;
     if (isMultiSMSMode)
         disableMultiSMS();
@@ -103,52 +106,80 @@ void frmMain::disableMultiSMS()
     recalcSmsSize();
 }
 
-void frmMain::sendBulk(int price)
+void frmMain::sendBulk(const QList<int>& only)
 {
     // The password is held in sessionPassword for the run; it is dropped only after a run.
     frmMultiSMS* editor = frmMultiSMS::instance();
     recalcSmsSize();
-    if (MessageSize::isBalanceTooLow(credits, txtAnzahlMultiSMS->text().toDouble(), price)) {
-        MessageBox::show(
-            this,
-            QStringLiteral("Sie verfügen nicht mehr über ein ausreichendes Guthaben um alle Nachrichten zu "
-                           "verschicken."),
-            MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
+    const QList<RecipientRow> rows = editor->table().rows();
+    const int count = only.isEmpty() ? int(rows.size()) : int(only.size());
+    // The messages of the rows to send: all of the table's, or as many per row for some.
+    const double messages = only.isEmpty()
+        ? txtAnzahlMultiSMS->text().toDouble()
+        : txtAnzahlProNachricht->text().toDouble() * count;
+    const QString refusal
+        = SendingSession::balanceRefusal(credits, messages, MessageSize::smsOptionsOf(Options()), true);
+    if (!refusal.isEmpty()) {
+        MessageBox::show(this, refusal, MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
         return;
     }
     // The question counts rows, not messages.
     if (MessageBox::show(this,
                          QStringLiteral("Achtung! Sie versenden eine MassenSMS!\r\nWollen Sie die %1 Nachrichten "
                                         "wirklich versenden?")
-                             .arg(editor->table().rowCount()),
+                             .arg(count),
                          MessageBox::Buttons::YesNo, MessageBox::Icon::Warning, ProductName())
         != MessageBox::Answer::Yes) {
         return;
     }
-    QPointer<frmMain> self(this);
-    BulkRun::Host host;
-    host.messageText = [self] {
-        return self ? self->txtSMS->text() : QString();
-    };
-    host.sendMessage = [self](const QString& number, const QString& text, const QString& name) {
-        if (self)
-            self->sendMessage(number, text, name);
-    };
-    host.refreshCredits = [self] {
-        if (self)
-            self->refreshCredits();
-    };
-    host.alive = [self] {
-        return !self.isNull();
-    };
+    frmMultiSMSLog* log = frmMultiSMSLog::instance();
     // The log window comes up over the main window.
-    host.placeWindow = [self](QWidget* window) {
-        if (self)
-            window->move(self->frameGeometry().center() - window->rect().center());
-    };
-    BulkRun::run(&editor->table(), frmMultiSMSLog::instance(), host);
+    if (!log->isVisible())
+        log->move(frameGeometry().center() - log->rect().center());
+    log->observe(m_sending);
+    connect(log, &frmMultiSMSLog::resendRequested, this, &frmMain::sendRowsAgain, Qt::UniqueConnection);
+
+    // Every row's outcome is kept as the run goes; a run of rows left over goes on with the
+    // list's record.
+    auto record = std::make_unique<RunRecord>(RunRecord::pathFor(rows));
+    const bool goOn = !only.isEmpty() && RunRecord::read(record->path()).exists;
+    if (!(goOn ? record->resume() : record->begin(txtSMS->text(), int(rows.size()))))
+        record.reset();
+    QPointer<frmMain> self(this);
+    bool ended = false;
+    int run = 0;
+    QEventLoop loop;
+    // A run that ends at once (no rows, or none with a number) ends inside startRun, before its
+    // number is known; no other run is under way then.
+    connect(m_sending, &SendingSession::runFinished, &loop, [&](int finished) {
+        if (run == 0 || finished == run) {
+            ended = true;
+            loop.quit();
+        }
+    });
+    connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+    run = m_sending->startRun(currentSend(), rows, only, record.release());
+    // The run is one procedure for the window: it returns when the last row is on its way, while
+    // the windows stay live for the answers and the button that stops it.
+    if (!ended)
+        loop.exec();
+    if (!self)
+        return;
+    refreshCredits();
     if (self)
         sessionPassword.clear();
+}
+
+void frmMain::sendRowsAgain(const QList<int>& rows)
+{
+    if (rows.isEmpty() || m_sending->isRunning() || !isMultiSMSMode)
+        return;
+    if (!validateInput())
+        return;
+    sessionPassword
+        = Options().kennwort().isEmpty() ? frmLogin::askForPassword(Options().Username(), this) : Options().kennwort();
+    txtSMS_Change();
+    sendBulk(rows);
 }
 
 void frmMain::tbPhonebook_Click()

@@ -8,10 +8,8 @@
 #include "Version.h"
 #include "account/frmLogin.h"
 #include "account/frmNoInternet.h"
-#include "bulk/BulkRun.h"
 #include "bulk/frmMultiSMSLog.h"
 #include "frmMain.h"
-#include "handoff/xmlServer.h"
 #include "settings/CUrlStore.h"
 #include "settings/ProductName.h"
 #include "settings/cOptionen.h"
@@ -23,6 +21,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
@@ -66,24 +65,21 @@ bool frmMain::validateInput()
 void frmMain::tbSend_Click()
 {
     // A press while a bulk run waits for an answer doesn't start a second one.
-    if (BulkRun::isRunning())
+    if (m_sending->isRunning())
         return;
     if (!validateInput())
         return;
     sessionPassword
         = Options().kennwort().isEmpty() ? frmLogin::askForPassword(Options().Username(), this) : Options().kennwort();
-    const MessageSize::SmsOptions options = MessageSize::smsOptionsOf(Options());
-    const int price = MessageSize::balanceTestPrice(options);
     txtSMS_Change();
     if (isMultiSMSMode) {
-        sendBulk(price);
+        sendBulk();
         return;
     }
-    if (MessageSize::isBalanceTooLow(credits, txtAnzahlSMS->text().toDouble(), price)) {
-        MessageBox::show(this,
-                         QStringLiteral("Sie verfügen nicht mehr über ein ausreichendes Guthaben um diese Nachricht "
-                                        "zu verschicken."),
-                         MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
+    const QString refusal = SendingSession::balanceRefusal(credits, txtAnzahlSMS->text().toDouble(),
+                                                           MessageSize::smsOptionsOf(Options()), false);
+    if (!refusal.isEmpty()) {
+        MessageBox::show(this, refusal, MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
         return;
     }
     mru.Add(cmbName->currentText() + QLatin1Char(';') + selectedPrefixKey() + QLatin1Char('-') + txtNummer->text());
@@ -121,69 +117,77 @@ void frmMain::sendSingle()
         refreshCredits();
 }
 
+SendingSession::Send frmMain::currentSend() const
+{
+    SendingSession::Send send;
+    send.password = sessionPassword;
+    send.isMultiSMSMode = isMultiSMSMode;
+    send.chkPrivat = checkBoxValue(chkPrivat);
+    send.chkPublic = checkBoxValue(chkPublic);
+    send.schedule = pendingCronjob;
+    return send;
+}
+
 void frmMain::sendMessage(const QString& number, const QString& text, const QString& name)
 {
+    const int message = m_sending->sendMessage(currentSend(), number, text, name);
+    // Each part waits for the answer before it, while the window goes on taking events, answers
+    // among them; the send returns once the last part is on its way.
     QPointer<frmMain> self(this);
-    // The parts are cut from this copy; the text box may be emptied by an answer meanwhile.
-    const QStringList parts = GatewayRequest::sendMessageParts(text, MessageSize::smsOptionsOf(Options()));
-    for (const QString& part : parts) {
-        submitMessage(number, part, name);
-        if (!self)
-            return;
-    }
+    if (m_lastHandedOver >= message)
+        return;
+    QEventLoop loop;
+    connect(m_sending, &SendingSession::messageHandedOver, &loop, [&loop, message](int done) {
+        if (done >= message)
+            loop.quit();
+    });
+    connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+    loop.exec();
 }
 
-void frmMain::submitMessage(const QString& number, const QString& text, const QString& name)
+void frmMain::sendingDelivered(const SendingSession::Delivery& delivery)
 {
-    if (Options().xmlIsServerUsed()) {
-        // The server folder instead of the gateway: no schedule, no question about the sender.
-        handOffToServer(number, text);
+    if (delivery.handOff) {
+        handOffDone(delivery);
         return;
     }
-    if (GatewayRequest::asksForSender(Options().isAbsenderkennung(), Options().Absenderkennung())) {
-        const auto answer = MessageBox::show(
-            this,
-            QStringLiteral("Sie haben keinen Absender eingegeben, soll die Nachricht\r\n"
-                           "dennoch versendet werden?"),
-            MessageBox::Buttons::YesNo, MessageBox::Icon::Question, QStringLiteral("Kein Absendername vorhanden"));
-        if (answer != MessageBox::Answer::Yes) {
+    if (delivery.declined) {
+        // The user kept the part back; the guard timer still tells of it.
+        if (delivery.run == 0)
             setHourglass(false);
-            return;
-        }
-    }
-    const GatewayRequest::SendRequest request
-        = GatewayRequest::requestFor(Options(), sessionPassword, number, name, text, txtSMS->text(), isMultiSMSMode,
-                                     checkBoxValue(chkPrivat), checkBoxValue(chkPublic), pendingCronjob);
-    const QString body = GatewayRequest::requestBody(request);
-
-    // Requests go out one after another: this one waits for the one before, while the window
-    // goes on taking events, answers among them.
-    QPointer<frmMain> self(this);
-    while (self && iNet->StillExecuting())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    if (!self)
         return;
-    const QString url = GatewayRequest::requestUrl(pendingCronjob.has_value(), Urls().SendSMS(), Urls().CronSMS());
-    m_inFlight = { number, name, BulkRun::currentRow() };
-    iNet->Execute(url, QStringLiteral("POST"), body, QStringLiteral("Content-Type: application/x-www-form-urlencoded"));
+    }
+    // A run's rows are the log window's.
+    if (delivery.run > 0)
+        return;
+    if (!delivery.answered) {
+        // A single send shows nothing here, its guard timer tells the user; but a gateway whose
+        // certificate isn't trusted got nothing, the password neither, and waiting would only
+        // hide why.
+        if (delivery.certificateRefused && !isMultiSMSMode) {
+            tm->stop();
+            setHourglass(false);
+            MessageBox::show(this, QStringLiteral("Die SMS wurde nicht versendet.\r\n") + delivery.failure,
+                             MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
+        }
+        return;
+    }
+    if (isMultiSMSMode) {
+        // An answer that comes in MultiSMS mode goes to the log, and nothing else happens.
+        frmMultiSMSLog::instance()->logAnswer(delivery.answer);
+        return;
+    }
+    showGatewayAnswer(delivery.answer);
 }
 
-void frmMain::handOffToServer(const QString& number, const QString& text)
+void frmMain::handOffDone(const SendingSession::Delivery& delivery)
 {
     const cOptionen& o = Options();
-    const xmlServer::WriteResult written = xmlServer::writeJob(o, sessionPassword, number, text);
-    const bool failed = !written.ok && !written.error.isEmpty();
-    if (failed) {
-        // Nothing is lost: the fields keep the message, and the user learns where it stuck; in a
-        // bulk run each row that failed says so in the log.
-        const QString problem
-            = QStringLiteral("Die SMS an %1 konnte nicht an den Quellbote Server übergeben werden: ").arg(number)
-            + written.error;
-        if (isMultiSMSMode && frmMultiSMSLog::loaded())
-            frmMultiSMSLog::loaded()->appendNote(problem);
-        else
-            MessageBox::show(this, problem, MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
-    }
+    const bool failed = delivery.state != SendOutcome::State::Sent;
+    // Nothing is lost: the fields keep the message, and the user learns where it stuck; in a bulk
+    // run the log says which row failed.
+    if (failed && delivery.run == 0)
+        MessageBox::show(this, delivery.failure, MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
     // Counted in any case; but a hand-off that failed is never reported as done.
     const GatewayRequest::HandOffMessage done = GatewayRequest::serverHandOffDone(
         handOffCount, txtAnzahlSMS->text(), o.xmlIsServerUsed(), o.xmlSingleUser(), o.xmlGroupUser());
@@ -193,38 +197,8 @@ void frmMain::handOffToServer(const QString& number, const QString& text)
     setHourglass(false);
 }
 
-void frmMain::iNet_StateChanged(int state)
+void frmMain::showGatewayAnswer(const QString& body)
 {
-    if (state == Inet::icError) {
-        // In a bulk run the log says which row didn't go out and why. A single send shows
-        // nothing here, its guard timer tells the user; but a gateway whose certificate isn't
-        // trusted got nothing, the password neither, and waiting would only hide why.
-        if (isMultiSMSMode && frmMultiSMSLog::loaded()) {
-            frmMultiSMSLog::loaded()->logFailure(m_inFlight.row, m_inFlight.number, m_inFlight.name,
-                                                 iNet->FailureText());
-        } else if (iNet->CertificateRefused()) {
-            tm->stop();
-            setHourglass(false);
-            MessageBox::show(this, QStringLiteral("Die SMS wurde nicht versendet.\r\n") + iNet->FailureText(),
-                             MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
-        }
-        return;
-    }
-    if (state != Inet::icResponseCompleted)
-        return;
-    QPointer<frmMain> self(this);
-    QString body;
-    for (QString chunk = iNet->GetChunk(1024); !chunk.isEmpty(); chunk = iNet->GetChunk(1024)) {
-        body += chunk;
-        QCoreApplication::processEvents();
-        if (!self)
-            return;
-    }
-    if (isMultiSMSMode) {
-        // In a bulk run the answer goes to the log, and nothing else happens.
-        frmMultiSMSLog::instance()->logAnswer(body);
-        return;
-    }
     const GatewayAnswer::Answer answer = GatewayAnswer::readAnswer(body);
     if (answer.accepted) {
         lastSmsText = txtSMS->text();

@@ -191,4 +191,9 @@ void useStoreFile(const QString& path)
     storeFileOverride() = path;
 }
 
+bool usesOwnStoreFile()
+{
+    return !storeFileOverride().isEmpty();
+}
+
 } // namespace ToolRegistry

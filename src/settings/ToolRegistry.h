@@ -42,5 +42,7 @@ QString storeFileName();
 // platform; an empty path gives the per-user store back. For a server that keeps an account of
 // its own.
 void useStoreFile(const QString& path);
+// Whether a settings file was named by useStoreFile.
+bool usesOwnStoreFile();
 
 } // namespace ToolRegistry

@@ -42,6 +42,8 @@ QString decodeHttpBody(const QByteArray& body, const QByteArray& contentType)
 namespace {
 // The reply's property that holds why its server's certificate was refused.
 constexpr char CertificateFailure[] = "quellboteCertificateFailure";
+// The reply's property set once some of the request was written to the connection.
+constexpr char RequestLeftProperty[] = "quellboteRequestLeft";
 
 // Qt's OpenSSL backend trusts the system's store (/etc/ssl/certs on Debian) but not the file that
 // OpenSSL's own programs take from SSL_CERT_FILE. A CA file an administrator names there counts
@@ -169,6 +171,13 @@ QNetworkReply* Inet::start(const QString& url, const QByteArray& operation, cons
     connect(reply, &QNetworkReply::sslErrors, reply, [reply](const QList<QSslError>& errors) {
         reply->setProperty(CertificateFailure, certificateFailureText(reply->url().host(), errors));
     });
+    // Whether a failed request may have reached the gateway: once its bytes are on the wire, an
+    // SMS may be billed though no answer comes.
+    connect(reply, &QNetworkReply::uploadProgress, reply, [reply](qint64 sent, qint64) {
+        if (sent > 0)
+            reply->setProperty(RequestLeftProperty, true);
+    });
+    connect(reply, &QNetworkReply::metaDataChanged, reply, [reply] { reply->setProperty(RequestLeftProperty, true); });
     return reply;
 }
 
@@ -215,6 +224,7 @@ bool Inet::finish(QNetworkReply* reply, QString* body)
     m_responseInfo = reply->error() == QNetworkReply::NoError ? reason : reply->errorString();
     const QString certificateFailure = reply->property(CertificateFailure).toString();
     m_certificateRefused = reply->error() == QNetworkReply::SslHandshakeFailedError && !certificateFailure.isEmpty();
+    m_requestLeft = !m_certificateRefused && (reply->property(RequestLeftProperty).toBool() || m_responseCode > 0);
     m_failureText = m_certificateRefused
         ? certificateFailure
         : transferFailureText(reply->error(), m_responseCode, reason, reply->errorString());

@@ -64,6 +64,9 @@ public:
     // Whether the last transfer ended because the server's certificate wasn't trusted: a fault
     // of the server or of the machine's trust, not of the connection, which a user is told of.
     bool CertificateRefused() const { return m_certificateRefused; }
+    // Whether some of the last request was written to the connection: a transfer that failed
+    // after that may still have been taken by the server.
+    bool RequestLeft() const { return m_requestLeft; }
 
     // Tests shorten the time a request may take.
     void setTimeoutMsForTesting(int milliseconds) { m_timeoutMs = milliseconds; }
@@ -91,6 +94,7 @@ private:
     QString m_responseInfo;
     QString m_failureText;
     bool m_certificateRefused = false;
+    bool m_requestLeft = false;
     int m_timeoutMs = DefaultTimeoutMs;
 };
 
