@@ -3,6 +3,7 @@
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
 #include "bulk/frmMultiSMS.h"
+#include "bulk/frmMultiSMSLog.h"
 #include "settings/cOptionen.h"
 #include "settings/frmAddressBookPicker.h"
 #include "toolkit/FileChooser.h"
@@ -207,6 +208,33 @@ private slots:
         press("open");
         QCOMPARE(names(), QStringList { u"Jürgen"_s });
         QCOMPARE(in<QLineEdit>(m_window, "txtAnzahl")->text(), u"1"_s);
+    }
+
+    // The question before a run, left as the real box takes Esc and its close box: that is No,
+    // and nothing goes out.
+    void questionLeftWithoutAnAnswer_data()
+    {
+        QTest::addColumn<bool>("esc"); // otherwise the close box
+        QTest::newRow("Esc") << true;
+        QTest::newRow("close box") << false;
+    }
+
+    void questionLeftWithoutAnAnswer()
+    {
+        QFETCH(bool, esc);
+        for (const QString& name : { u"Anna"_s, u"Bert"_s, u"Carla"_s })
+            m_window->table().addRow(name, u"00491711234567"_s, {}, {});
+        m_harness.child<SmsTextEdit>("txtSMS")->setText(u"Hallo %name%"_s);
+        MessageBoxScript boxes;
+        boxes.actOnRealBox(esc ? &MessageBoxScript::pressEsc : &MessageBoxScript::closeByItsCloseBox);
+        QTest::mouseClick(m_harness.child<ToolbarButton>("tbSend"), Qt::LeftButton);
+        QCOMPARE(boxes.count(), 1);
+        QCOMPARE(boxes.last().text,
+                 u"Achtung! Sie versenden eine MassenSMS!\r\nWollen Sie die 3 Nachrichten wirklich versenden?"_s);
+        QCOMPARE(boxes.realAnswers(), QList<MessageBox::Answer> { MessageBox::Answer::No });
+        QVERIFY(!frmMultiSMSLog::loaded());
+        QTest::qWait(200);
+        QVERIFY(m_harness.bodies(u"/smsv3/smsv3.php"_s).isEmpty());
     }
 
     // Everyone ticked in the picker: the card cut off is counted, the one with a landline only is
