@@ -19,6 +19,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -501,6 +502,17 @@ bool frmTimeControl::eventFilter(QObject* watched, QEvent* event)
         tbSendTimes->setText(ScheduleDialogRules::sendTimesOnLeave(tbSendTimes->text()));
     }
     return QDialog::eventFilter(watched, event);
+}
+
+void frmTimeControl::keyPressEvent(QKeyEvent* event)
+{
+    // QDialog would reject() on Esc, which is the close box's way out: it hands back the schedule
+    // of a refused "Senden", and the main window would send it.
+    if (event->matches(QKeySequence::Cancel)) {
+        cbCancel_Click();
+        return;
+    }
+    QDialog::keyPressEvent(event);
 }
 
 void frmTimeControl::DTPickerStart_Change()

@@ -45,6 +45,8 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    // Esc is the key of "Abbrechen": only the close box leaves with a schedule held.
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void buildControls();

@@ -75,6 +75,7 @@ public:
     // An entry the phonebook hands over ("telefon://Name@Nummer") into the recipient fields.
     enum class PhonebookEntry { Taken, NotMobile, Failed };
     PhonebookEntry takePhonebookEntry(const QString& address);
+    PhonebookEntry takeRecipient(const QString& name, const QString& internationalNumber); // name, number apart
     // The window comes to the front with the focus on txtSMS, as after a phonebook entry.
     void focusMessage();
     // A contact of the address book into the recipient fields, as the phonebook hands one over.

@@ -218,8 +218,13 @@ frmMain::PhonebookEntry frmMain::takePhonebookEntry(const QString& address)
         txtNummer->clear();
         return PhonebookEntry::Failed;
     }
-    const NumberRules::PhonebookNumber number = NumberRules::splitPhonebookNumber(parts.at(1));
-    cmbName->setEditText(QString(parts.at(0)).replace(QStringLiteral("%20"), QStringLiteral(" ")));
+    return takeRecipient(QString(parts.at(0)).replace(QStringLiteral("%20"), QStringLiteral(" ")), parts.at(1));
+}
+
+frmMain::PhonebookEntry frmMain::takeRecipient(const QString& name, const QString& internationalNumber)
+{
+    const NumberRules::PhonebookNumber number = NumberRules::splitPhonebookNumber(internationalNumber);
+    cmbName->setEditText(name);
     txtNummer->setText(number.rest);
     chkPrivat->setChecked(false);
     chkPublic->setChecked(false);
@@ -229,7 +234,7 @@ frmMain::PhonebookEntry frmMain::takePhonebookEntry(const QString& address)
         MessageBox::show(this, QStringLiteral("Dies ist keine Mobilfunkvorwahl für ") + number.countryWord + u'.',
                          MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
         selectPrefixKey(QStringLiteral("W"));
-        txtNummer->setText(QString(parts.at(1)).remove(u'/'));
+        txtNummer->setText(QString(internationalNumber).remove(u'/'));
         result = PhonebookEntry::NotMobile;
     }
     FieldColors::setBackground(cmbVorwahl);
@@ -249,13 +254,13 @@ void frmMain::tbAddressBook_Click()
     const QList<VCardContact> chosen = frmAddressBookPicker::pick(this);
     if (!self)
         return;
-    // The first chosen contact with a number; the fields hold one recipient.
+    // The first chosen contact with a number; the fields hold one recipient. Name and number go in
+    // as they are: the phonebook's "Name@Nummer" form would cut a name that holds an "@".
     for (const VCardContact& contact : chosen) {
         const QString number = AddressBook::internationalNumber(contact.mobileNumber());
         if (number.isEmpty())
             continue;
-        takePhonebookEntry(QStringLiteral("telefon://")
-                           + QString(contact.displayName).replace(u' ', QStringLiteral("%20")) + u'@' + number);
+        takeRecipient(contact.displayName, number);
         return;
     }
 }

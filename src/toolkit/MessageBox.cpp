@@ -48,8 +48,11 @@ QMessageBox::Icon standardIcon(Icon icon)
 Answer show(QWidget* parent, const QString& text, Buttons buttons, Icon icon, const QString& title)
 {
     const QString shownTitle = title.isEmpty() ? QCoreApplication::applicationName() : title;
-    if (handler())
-        return handler()(Box { shownTitle, text, icon, buttons });
+    if (handler()) {
+        // A copy: the handler may be replaced while it runs.
+        const Handler current = handler();
+        return current(Box { shownTitle, text, icon, buttons, parent });
+    }
 
     QMessageBox box(standardIcon(icon), shownTitle, text, standardButtons(buttons), parent);
     box.setTextFormat(Qt::PlainText);

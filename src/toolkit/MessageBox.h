@@ -21,8 +21,10 @@ struct Box
     QString text;
     Icon icon = Icon::None;
     Buttons buttons = Buttons::Ok;
+    QWidget* parent = nullptr; // the window the box comes over
 };
 
+// A handler may replace itself (or put the real dialog back) while it answers a box.
 using Handler = std::function<Answer(const Box&)>;
 
 // Shows the box modally and returns the button the user chose. An empty title shows the

@@ -3,6 +3,7 @@
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
 #include "bulk/frmMultiSMS.h"
+#include "bulk/frmMultiSMSLog.h"
 #include "settings/cOptionen.h"
 #include "settings/frmAddressBookPicker.h"
 #include "toolkit/FileChooser.h"
@@ -209,19 +210,62 @@ private slots:
         QCOMPARE(in<QLineEdit>(m_window, "txtAnzahl")->text(), u"1"_s);
     }
 
-    void contactsFromTheAddressBookBecomeRows()
+    // The question before a run, left as the real box takes Esc and its close box: that is No,
+    // and nothing goes out.
+    void questionLeftWithoutAnAnswer_data()
     {
+        QTest::addColumn<bool>("esc"); // otherwise the close box
+        QTest::newRow("Esc") << true;
+        QTest::newRow("close box") << false;
+    }
+
+    void questionLeftWithoutAnAnswer()
+    {
+        QFETCH(bool, esc);
+        for (const QString& name : { u"Anna"_s, u"Bert"_s, u"Carla"_s })
+            m_window->table().addRow(name, u"00491711234567"_s, {}, {});
+        m_harness.child<SmsTextEdit>("txtSMS")->setText(u"Hallo %name%"_s);
+        MessageBoxScript boxes;
+        boxes.actOnRealBox(esc ? &MessageBoxScript::pressEsc : &MessageBoxScript::closeByItsCloseBox);
+        QTest::mouseClick(m_harness.child<ToolbarButton>("tbSend"), Qt::LeftButton);
+        QCOMPARE(boxes.count(), 1);
+        QCOMPARE(boxes.last().text,
+                 u"Achtung! Sie versenden eine MassenSMS!\r\nWollen Sie die 3 Nachrichten wirklich versenden?"_s);
+        QCOMPARE(boxes.realAnswers(), QList<MessageBox::Answer> { MessageBox::Answer::No });
+        QVERIFY(!frmMultiSMSLog::loaded());
+        QTest::qWait(200);
+        QVERIFY(m_harness.bodies(u"/smsv3/smsv3.php"_s).isEmpty());
+    }
+
+    // Everyone ticked in the picker: the card cut off is counted, the one with a landline only is
+    // listed as having no mobile number and adds nothing. The MultiSMS editor takes every contact
+    // with a mobile number as a row; the main window's fields take the first, its name whole.
+    void contactsFromTheAddressBook_data()
+    {
+        QTest::addColumn<bool>("multiSMS");
+        QTest::addColumn<QStringList>("contacts");
+        QTest::addColumn<QStringList>("numbers"); // of the rows; in the main window prefix key and txtNummer
+        QTest::newRow("rows of the MultiSMS editor") << true << QStringList { u"Müller @ Büro"_s, u"Tom Weber"_s }
+                                                     << QStringList { u"00491712345678"_s, u"00491607654321"_s };
+        QTest::newRow("main window, a name with @")
+            << false << QStringList { u"Müller @ Büro"_s } << QStringList { u"G171"_s, u"2345678"_s };
+    }
+
+    void contactsFromTheAddressBook()
+    {
+        QFETCH(bool, multiSMS);
+        QFETCH(QStringList, contacts);
+        QFETCH(QStringList, numbers);
         QFile cards(m_harness.folder() + u"/export.vcf"_s);
         QVERIFY(cards.open(QIODevice::WriteOnly));
-        cards.write("BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Jana Berg\r\nTEL;TYPE=HOME:030 123456\r\n"
+        cards.write("BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Müller @ Büro\r\nTEL;TYPE=HOME:030 123456\r\n"
                     "TEL;TYPE=CELL:+49 171 2345678\r\nEND:VCARD\r\n"
                     "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Nur Festnetz\r\nTEL;TYPE=WORK,VOICE:030 999\r\nEND:VCARD\r\n"
                     "BEGIN:VCARD\r\nVERSION:2.1\r\nN:Weber;Tom\r\nTEL;CELL:0160 7654321\r\nEND:VCARD\r\n"
                     "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Abgebrochen\r\n");
         cards.close();
         Options().setOutlookProfil(m_harness.folder());
-        // Everyone ticked; the card cut off is counted, the one with a landline only is listed as
-        // having no mobile number and adds no row.
+        MessageBoxScript boxes; // no box may come
         onNextModal([](QWidget* dialog) {
             auto* picker = static_cast<frmAddressBookPicker*>(dialog);
             QCOMPARE(picker->lstContacts->count(), 3);
@@ -231,10 +275,18 @@ private slots:
                 picker->lstContacts->item(i)->setCheckState(Qt::Checked);
             picker->accept();
         });
-        press("addressbook");
-        QCOMPARE(names(), (QStringList { u"Jana Berg"_s, u"Tom Weber"_s }));
-        QCOMPARE(m_window->table().rows().at(0).Nummer, u"00491712345678"_s);
-        QCOMPARE(m_window->table().rows().at(1).Nummer, u"00491607654321"_s);
+        if (multiSMS) {
+            press("addressbook");
+            QCOMPARE(names(), contacts);
+            QCOMPARE(m_window->table().rows().at(0).Nummer, numbers.at(0));
+            QCOMPARE(m_window->table().rows().at(1).Nummer, numbers.at(1));
+            return;
+        }
+        m_harness.child<ToolbarButton>("tbMultiSMS")->click();
+        QTest::mouseClick(m_harness.child<ToolbarButton>("tbAddressBook"), Qt::LeftButton);
+        QCOMPARE(m_harness.child<QComboBox>("cmbName")->currentText(), contacts.at(0));
+        QCOMPARE(m_harness.main()->selectedPrefixKey(), numbers.at(0));
+        QCOMPARE(m_harness.child<QLineEdit>("txtNummer")->text(), numbers.at(1));
     }
 
     // At the main window's right edge where it fits on the screen (1600 pixels wide); where it

@@ -8,6 +8,7 @@
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
@@ -19,6 +20,8 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -120,6 +123,55 @@ private slots:
         QCOMPARE(child<QLabel>("lblReuseText")->toolTip(), u"100% & 1+1"_s);
         emit child<QLabel>("lblReuseText")->linkActivated(QString());
         QCOMPARE(child<SmsTextEdit>("txtSMS")->text(), u"100% & 1+1"_s);
+    }
+
+    // A remembered recipient picked from the list as a user picks one: prefix and number come back.
+    void rememberedRecipientIsPicked_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::newRow("arrow keys in the field") << u"keys"_s;
+        QTest::newRow("list opened with F4, Enter") << u"list, Enter"_s;
+        QTest::newRow("list opened and clicked with the mouse") << u"mouse"_s;
+    }
+
+    void rememberedRecipientIsPicked()
+    {
+        QFETCH(QString, how);
+        TestStore::put(u"1"_s, u"Max;G171-1234567"_s, u"MRU"_s);
+        TestStore::put(u"2"_s, u"Anna;A664-7654321"_s, u"MRU"_s);
+        open();
+        auto* cmbName = child<QComboBox>("cmbName");
+        QCOMPARE(cmbName->count(), 2);
+        main()->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(main()));
+        cmbName->setFocus();
+        QVERIFY(QApplication::focusWidget());
+        if (how == u"keys") {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+        } else if (how == u"list, Enter") {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_F4);
+            QTRY_VERIFY(cmbName->view()->isVisible());
+            QTest::keyClick(cmbName->view(), Qt::Key_Down);
+            QTest::keyClick(cmbName->view(), Qt::Key_Down);
+            QTest::keyClick(cmbName->view(), Qt::Key_Return);
+        } else {
+            QStyleOptionComboBox option;
+            option.initFrom(cmbName);
+            option.editable = true;
+            const QRect arrow
+                = cmbName->style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, cmbName);
+            QTest::mouseClick(cmbName, Qt::LeftButton, {}, arrow.center());
+            QTRY_VERIFY(cmbName->view()->isVisible());
+            QAbstractItemView* list = cmbName->view();
+            const QPoint item = list->visualRect(list->model()->index(1, 0)).center();
+            QTest::mouseMove(list->viewport(), item);
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, item);
+        }
+        QTRY_VERIFY(!cmbName->view()->isVisible());
+        QCOMPARE(cmbName->currentText(), u"Anna"_s);
+        QCOMPARE(main()->selectedPrefixKey(), u"A664"_s);
+        QCOMPARE(child<QLineEdit>("txtNummer")->text(), u"7654321"_s);
     }
 
     // The second part goes once the first came back; the window takes clicks meanwhile.

@@ -2,6 +2,7 @@
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
 #include "TestStore.h"
+#include "account/frmFirstTime.h"
 #include "account/frmHelp.h"
 #include "sending/frmSplash.h"
 #include "sending/mStarter.h"
@@ -12,6 +13,7 @@
 #include "toolkit/mTrayIcon.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
 #include <QLabel>
@@ -31,23 +33,49 @@ class TestStartup : public QObject
 
     void writeOem(const QByteArray& extra = {}) { m_harness.service()->pointProgramAt(m_harness.folder(), extra); }
 
-    // The program as it starts and runs: its start routine, then whileRunning in its event loop,
-    // until the program ends (or ten seconds have passed). True when it ended by itself, with its
-    // main window gone.
-    bool runProgram(const std::function<void(frmMain*)>& whileRunning)
+    // The program as it starts and runs: its start routine, then whileRunning in its event loop
+    // once the main window shows, until the program ends (or ten seconds have passed). True when
+    // it ended by itself, with its main window gone. Without inWizard the start is not the first;
+    // with it the store stays as the test left it, the start routine must show the wizard, and
+    // inWizard acts on it in the event loop.
+    bool runProgram(const std::function<void(frmMain*)>& whileRunning,
+                    const std::function<void(frmFirstTime*)>& inWizard = {})
     {
-        TestStore::put(u"firstStartHasRun"_s, u"true"_s);
-        TestStore::put(u"infoVersion"_s, u"32767"_s);
+        if (!inWizard) {
+            TestStore::put(u"firstStartHasRun"_s, u"true"_s);
+            TestStore::put(u"infoVersion"_s, u"32767"_s);
+        }
         reloadOptionsForTesting();
         mStarter::Main();
-        QPointer<frmMain> main = frmMain::instance();
-        if (!main)
+        frmFirstTime* wizard = shownWizard();
+        if (!wizard != !inWizard)
             return false;
-        QTimer::singleShot(0, main, [main, whileRunning] { whileRunning(main); });
+        if (wizard)
+            QTimer::singleShot(0, wizard, [wizard, inWizard] { inWizard(wizard); });
+        QPointer<frmMain> main;
+        bool shown = false;
+        QTimer poll;
+        connect(&poll, &QTimer::timeout, [&] {
+            if (shown || !frmMain::instance() || !frmMain::instance()->isVisible())
+                return;
+            shown = true;
+            main = frmMain::instance();
+            whileRunning(main);
+        });
+        poll.start(20);
         QTimer watchdog;
         connect(&watchdog, &QTimer::timeout, [] { QCoreApplication::exit(1); });
         watchdog.start(10000);
-        return QApplication::exec() == 0 && !main;
+        return QApplication::exec() == 0 && shown && !main;
+    }
+
+    static frmFirstTime* shownWizard()
+    {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (auto* wizard = qobject_cast<frmFirstTime*>(window); wizard && wizard->isVisible())
+                return wizard;
+        }
+        return nullptr;
     }
 
     // The main window loaded behind its splash screen, as the program starts.
@@ -192,6 +220,52 @@ private slots:
         QVERIFY(stillRunning);
         QVERIFY(restored);
         QCOMPARE(TestStore::raw(u"lastNumber"_s), u"7654321"_s);
+    }
+
+    // A first start, from an empty store: the wizard, and after it the main window, whichever way
+    // the wizard went. Signed in with an account the service knows, the main window works with it;
+    // left by "Assistent abbrechen", nothing is stored.
+    void firstStartShowsTheWizardThenTheMainWindow_data()
+    {
+        QTest::addColumn<bool>("signIn");
+        QTest::addColumn<QString>("credits"); // lblCredits of the main window
+        QTest::newRow("signed in with a known account") << true << u"500 Credits"_s;
+        QTest::newRow("left by Assistent abbrechen") << false << u"nicht angemeldet"_s;
+    }
+
+    void firstStartShowsTheWizardThenTheMainWindow()
+    {
+        QFETCH(bool, signIn);
+        QFETCH(QString, credits);
+        MessageBoxScript boxes; // no box may come
+        bool mainBeforeWizardWent = false, wizardStayed = false;
+        QString shownCredits;
+        const bool ended = runProgram(
+            [&](frmMain* window) {
+                wizardStayed = shownWizard() != nullptr;
+                shownCredits = in<QLabel>(window, "lblCredits")->text();
+                window->close();
+            },
+            [&](frmFirstTime* wizard) {
+                mainBeforeWizardWent = frmMain::instance() != nullptr;
+                if (!signIn) {
+                    wizard->cmdExit->click();
+                    return;
+                }
+                wizard->cmdNext->click();
+                QTest::keyClicks(wizard->txtOldEmail, u"demo@quellbote.test"_s);
+                QTest::keyClicks(wizard->txtPassword, u"demo"_s);
+                wizard->chkRememberPassword->setChecked(true);
+                QTest::mouseClick(wizard->cmdDoIt, Qt::LeftButton);
+            });
+        QVERIFY(ended);
+        QVERIFY(!mainBeforeWizardWent);
+        QVERIFY(!wizardStayed);
+        QCOMPARE(shownCredits, credits);
+        reloadOptionsForTesting();
+        QCOMPARE(Options().FirstStartHasRun(), signIn);
+        QCOMPARE(Options().Username(), signIn ? u"demo@quellbote.test"_s : QString());
+        QCOMPARE(Options().kennwort(), signIn ? u"demo"_s : QString());
     }
 
     // Whoever rebranded the program learns once what of oem.inf can't be used.

@@ -143,10 +143,30 @@ private slots:
         QVERIFY(dialog.isVisible());
     }
 
-    void cancelledDialogSendsNothingAndTheNextProposesTheLastStart()
+    // How the dialog is left, with the last start time proposed. "Abbrechen" and Esc hand back
+    // nothing, also after a refused "Senden"; the close box hands back the schedule that the refused
+    // press made, and the main window sends it.
+    void leavingTheDialog_data()
     {
+        QTest::addColumn<bool>("refused"); // "Senden" pressed first, a weekday series with no day
+        QTest::addColumn<QString>("leave"); // "Abbrechen", "Esc" or "close box"
+        QTest::addColumn<int>("jobs"); // requests at the job address
+        QTest::newRow("Abbrechen") << false << u"Abbrechen"_s << 0;
+        QTest::newRow("Esc after a refused Senden") << true << u"Esc"_s << 0;
+        QTest::newRow("close box after a refused Senden") << true << u"close box"_s << 1;
+    }
+
+    void leavingTheDialog()
+    {
+        QFETCH(bool, refused);
+        QFETCH(QString, leave);
+        QFETCH(int, jobs);
         m_harness.main()->lastStartTime = u"2009-07-20 14:35:00"_s;
-        MessageBoxScript boxes; // no box may come
+        MessageBoxScript boxes;
+        if (refused)
+            boxes.answer(MessageBox::Answer::Ok);
+        if (jobs > 0)
+            boxes.answer(MessageBox::Answer::Ok); // the job address's answer
         m_harness.fill(u"G171"_s, u"1234567"_s, u"Hallo"_s);
         QStringList proposed;
         onNextModal([&](QWidget* dialog) {
@@ -154,12 +174,24 @@ private slots:
                          in<QComboBox>(dialog, "cmbTimeMinutes")->currentText(),
                          in<QDateTimeEdit>(dialog, "DTPickerStart")->dateTime().toString(Qt::ISODate),
                          in<QDateTimeEdit>(dialog, "DTPickerStop")->date().toString(Qt::ISODate) };
-            in<QPushButton>(dialog, "cbCancel")->click();
+            if (refused) {
+                in<QCheckBox>(dialog, "cbRepetition")->click();
+                in<QRadioButton>(dialog, "obSeriesWorkDay")->click();
+                in<QPushButton>(dialog, "cbSend")->click();
+                QVERIFY(dialog->isVisible());
+            }
+            if (leave == u"Esc")
+                QTest::keyClick(dialog->focusWidget() ? dialog->focusWidget() : dialog, Qt::Key_Escape);
+            else if (leave == u"close box")
+                dialog->close();
+            else
+                in<QPushButton>(dialog, "cbCancel")->click();
         });
         m_harness.main()->tbTerminversand_Click();
         // The end picker keeps its built-in value when a start time comes back.
         QCOMPARE(proposed, (QStringList { u"14"_s, u"35"_s, u"2009-07-20T14:35:00"_s, u"2006-08-23"_s }));
-        QVERIFY(m_harness.bodies(CronPath).isEmpty());
+        QTRY_COMPARE(boxes.pending(), 0);
+        QCOMPARE(m_harness.bodies(CronPath).size(), jobs);
         QVERIFY(m_harness.bodies(SendPath).isEmpty());
         QCOMPARE(m_harness.main()->lastStartTime, u"2009-07-20 14:35:00"_s);
     }

@@ -71,6 +71,35 @@ private slots:
         QCOMPARE(script.last().title, u"Testbote"_s);
     }
 
+    // A real box left by Esc or by its close box, without a button chosen: Cancel where the box
+    // has one, No where it asks Yes or No, Ok where Ok is all it has. Never Yes.
+    void messageBoxLeftWithoutAButton_data()
+    {
+        QTest::addColumn<MessageBox::Buttons>("buttons");
+        QTest::addColumn<bool>("esc"); // otherwise the close box
+        QTest::addColumn<MessageBox::Answer>("answer");
+        QTest::newRow("yes or no, Esc") << MessageBox::Buttons::YesNo << true << MessageBox::Answer::No;
+        QTest::newRow("yes or no, close box") << MessageBox::Buttons::YesNo << false << MessageBox::Answer::No;
+        QTest::newRow("yes, no or cancel, Esc")
+            << MessageBox::Buttons::YesNoCancel << true << MessageBox::Answer::Cancel;
+        QTest::newRow("yes, no or cancel, close box")
+            << MessageBox::Buttons::YesNoCancel << false << MessageBox::Answer::Cancel;
+        QTest::newRow("ok or cancel, close box")
+            << MessageBox::Buttons::OkCancel << false << MessageBox::Answer::Cancel;
+        QTest::newRow("ok alone, Esc") << MessageBox::Buttons::Ok << true << MessageBox::Answer::Ok;
+    }
+
+    void messageBoxLeftWithoutAButton()
+    {
+        QFETCH(MessageBox::Buttons, buttons);
+        QFETCH(bool, esc);
+        QFETCH(MessageBox::Answer, answer);
+        MessageBoxScript script;
+        script.actOnRealBox(esc ? &MessageBoxScript::pressEsc : &MessageBoxScript::closeByItsCloseBox);
+        QCOMPARE(MessageBox::show(nullptr, u"Wollen Sie?"_s, buttons, MessageBox::Icon::Question), answer);
+        QCOMPARE(script.realAnswers(), QList<MessageBox::Answer> { answer });
+    }
+
     // Addresses go on the wire in the code page of the bodies, whatever the program wrote into them.
     void urlBytes_data()
     {
