@@ -417,6 +417,8 @@ void frmMultiSMS::openDataFile()
                                         "Nummern bei Bedarf ab."),
                          MessageBox::Buttons::Ok, MessageBox::Icon::Information, ProductName());
     }
+    if (frmMain* main = frmMain::instance())
+        main->offerToGoOn();
 }
 
 void frmMultiSMS::openWebGroup()

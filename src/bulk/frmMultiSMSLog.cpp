@@ -4,7 +4,6 @@
 #include "sending/GatewayAnswer.h"
 #include "toolkit/Clock.h"
 #include "toolkit/DefaultInstance.h"
-#include "toolkit/MessageBox.h"
 #include "toolkit/mAni2.h"
 
 #include <QCloseEvent>
@@ -111,31 +110,7 @@ void frmMultiSMSLog::cmdClose_Click()
 
 void frmMultiSMSLog::cmdResend_Click()
 {
-    QList<int> rows = m_notSentRows;
-    if (!m_unknownRows.isEmpty()) {
-        // These may have gone out and been billed: sent again only when the user says so.
-        const QStringList lines = m_unknownLines.mid(0, 10);
-        QString question = QStringLiteral("Zu %1 SMS kam keine Antwort; sie wurden möglicherweise trotzdem "
-                                          "versendet:\r\n")
-                               .arg(m_unknownRows.size())
-            + lines.join(QStringLiteral("\r\n"));
-        if (m_unknownLines.size() > lines.size())
-            question += QStringLiteral("\r\nund %1 weitere").arg(m_unknownLines.size() - lines.size());
-        question += QStringLiteral("\r\n\r\nSollen auch diese SMS noch einmal versendet werden?");
-        switch (MessageBox::show(this, question, MessageBox::Buttons::YesNoCancel, MessageBox::Icon::Question,
-                                 windowTitle())) {
-        case MessageBox::Answer::Yes:
-            rows += m_unknownRows;
-            std::sort(rows.begin(), rows.end());
-            break;
-        case MessageBox::Answer::No:
-            break;
-        default:
-            return;
-        }
-    }
-    if (!rows.isEmpty())
-        emit resendRequested(rows);
+    emit resendRequested(m_notSentRows, m_unknownRows);
 }
 
 void frmMultiSMSLog::closeEvent(QCloseEvent* event)
@@ -219,7 +194,6 @@ void frmMultiSMSLog::smsFinished(const SendingSession::Outcome& outcome)
         break;
     case SendOutcome::State::Unknown:
         m_unknownRows.append(outcome.row);
-        m_unknownLines.append(QStringLiteral("%1 (%2)").arg(outcome.name, outcome.number));
         break;
     case SendOutcome::State::Unreached:
         ++m_lostOnTheWay;
@@ -363,7 +337,6 @@ void frmMultiSMSLog::clearLog(int rows)
     m_lostOnTheWay = 0;
     m_notSentRows.clear();
     m_unknownRows.clear();
-    m_unknownLines.clear();
     cmdResend->hide();
     m_finished = false;
     m_pendingEntries.clear();

@@ -60,8 +60,9 @@ public:
     QLabel* ani;
 
 signals:
-    // The user asks to send these rows of the table again.
-    void resendRequested(const QList<int>& rows);
+    // The user asks to send the rows of the table that did not go out again; those of unknown
+    // only if confirmed.
+    void resendRequested(const QList<int>& notSent, const QList<int>& unknown);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -103,6 +104,5 @@ private:
     int m_lostOnTheWay = 0; // not sent for want of a connection or a folder: not counted as sent
     QList<int> m_notSentRows;
     QList<int> m_unknownRows;
-    QStringList m_unknownLines; // "Name (Nummer)" of each
     bool m_finished = false;
 };

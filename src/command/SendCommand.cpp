@@ -349,9 +349,13 @@ int SendCommand::send()
     SendingSession::Host host;
     // What the window's text box would hold: the message, or the run's text with its placeholders.
     const QString txtSMS = m_bulk ? m_template : m_messages.value(0).text;
-    host.messageText = [txtSMS] { return txtSMS; };
+    host.messageText = [txtSMS] {
+        return txtSMS;
+    };
     // A sender identity that is on and empty was refused before.
-    host.sendWithoutSender = [] { return false; };
+    host.sendWithoutSender = [] {
+        return false;
+    };
     SendingSession session(host);
     session.transfer()->setAccessType(ProxyConfig::GetAccessType());
     session.transfer()->setProxy(ProxyConfig::GetProxyString());

@@ -100,8 +100,7 @@ SendingSession::SendingSession(const Host& host, QObject* parent)
 
 SendingSession::~SendingSession() = default;
 
-QString SendingSession::balanceRefusal(qint32 credits, double count, const MessageSize::SmsOptions& options,
-                                       bool bulk)
+QString SendingSession::balanceRefusal(qint32 credits, double count, const MessageSize::SmsOptions& options, bool bulk)
 {
     if (!MessageSize::isBalanceTooLow(credits, count, MessageSize::balanceTestPrice(options)))
         return {};
@@ -259,8 +258,10 @@ bool SendingSession::prepareRow(Job& job)
         job.parts = GatewayRequest::sendMessageParts(message->text, MessageSize::smsOptionsOf(Options()));
         job.nextPart = 0;
         job.tracking = std::make_shared<Tracking>();
-        job.tracking->outcome = { job.id, row, message->number, message->name, message->text,
-                                  int(job.parts.size()), SendOutcome::State::Sent, {} };
+        job.tracking->outcome = {
+            job.id, row, message->number, message->name, message->text, int(job.parts.size()), SendOutcome::State::Sent,
+            {}
+        };
         job.tracking->pending = int(job.parts.size());
         job.tracking->book = job.book;
         ++job.book->unfinished;
@@ -342,9 +343,9 @@ void SendingSession::handOff(Prepared& prepared)
         = xmlServer::writeJob(Options(), prepared.job->send.password, d.number, prepared.text);
     if (!written.ok && !written.error.isEmpty()) {
         d.state = SendOutcome::State::Unreached;
-        d.failure = QStringLiteral("Die SMS an %1 konnte nicht an den Quellbote Server übergeben werden: ")
-                        .arg(d.number)
-                    + written.error;
+        d.failure
+            = QStringLiteral("Die SMS an %1 konnte nicht an den Quellbote Server übergeben werden: ").arg(d.number)
+            + written.error;
     } else {
         d.state = SendOutcome::State::Sent;
     }
@@ -414,7 +415,7 @@ void SendingSession::account(Tracking& tracking, const Delivery& delivery)
 {
     Outcome& o = tracking.outcome;
     o.state = tracking.answers.isEmpty() && tracking.pending == o.parts ? delivery.state
-                                                                         : SendOutcome::worse(o.state, delivery.state);
+                                                                        : SendOutcome::worse(o.state, delivery.state);
     if (delivery.answered) {
         const QStringList items = GatewayAnswer::readAnswer(delivery.answer).items;
         tracking.answers.append(items.join(QStringLiteral("; ")));

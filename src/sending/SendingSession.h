@@ -135,8 +135,8 @@ private:
     // Makes the next request ready (or writes the next job file); false when nothing is left.
     bool prepareNext();
     bool prepareRow(Job& job);
-    void preparePart(Job& job, const QString& number, const QString& name, const QString& text, int part,
-                     int parts, int row);
+    void preparePart(Job& job, const QString& number, const QString& name, const QString& text, int part, int parts,
+                     int row);
     void sendPrepared();
     void handOff(Prepared& prepared);
     void transferEnded(int state);

@@ -84,10 +84,13 @@ public:
     void refreshCredits();
     // What sends this window's messages and runs; the log window and the editor observe it.
     SendingSession* sending() const { return m_sending; }
-    // Sends the rows (0-based) of the MultiSMS table again, through the checks, the password and
-    // the balance test of "Senden": the rows a run left unsent, or those a run ended by the
-    // program's end didn't reach.
-    void sendRowsAgain(const QList<int>& rows);
+    // Sends rows (0-based) of the MultiSMS table again, through the checks, the password and the
+    // balance test of "Senden": those a run left unsent, and those without an answer (which may
+    // have gone out) only when the user confirms them.
+    void sendRowsAgain(const QList<int>& notSent, const QList<int>& unknown);
+    // When the table of the editor is one whose run was ended by the program's end, offers to go
+    // on with the rows that did not go out.
+    void offerToGoOn();
     // The version check of the start.
     void checkForUpdate();
     // Size, counters and send button from the text.

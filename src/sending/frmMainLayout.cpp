@@ -248,7 +248,9 @@ void frmMain::buildControls()
     lblCopyright->setObjectName(QStringLiteral("lblCopyright"));
 
     SendingSession::Host host;
-    host.messageText = [this] { return txtSMS->text(); };
+    host.messageText = [this] {
+        return txtSMS->text();
+    };
     host.sendWithoutSender = [this] {
         const bool yes = MessageBox::show(this,
                                           QStringLiteral("Sie haben keinen Absender eingegeben, soll die Nachricht\r\n"

@@ -3,8 +3,8 @@
 // phonebook beside the window, the options and the help.
 #include "MessageSize.h"
 #include "NumberRules.h"
-#include "account/frmPhonebook.h"
 #include "account/frmLogin.h"
+#include "account/frmPhonebook.h"
 #include "bulk/RunRecord.h"
 #include "bulk/frmMultiSMS.h"
 #include "bulk/frmMultiSMSLog.h"
@@ -114,9 +114,8 @@ void frmMain::sendBulk(const QList<int>& only)
     const QList<RecipientRow> rows = editor->table().rows();
     const int count = only.isEmpty() ? int(rows.size()) : int(only.size());
     // The messages of the rows to send: all of the table's, or as many per row for some.
-    const double messages = only.isEmpty()
-        ? txtAnzahlMultiSMS->text().toDouble()
-        : txtAnzahlProNachricht->text().toDouble() * count;
+    const double messages
+        = only.isEmpty() ? txtAnzahlMultiSMS->text().toDouble() : txtAnzahlProNachricht->text().toDouble() * count;
     const QString refusal
         = SendingSession::balanceRefusal(credits, messages, MessageSize::smsOptionsOf(Options()), true);
     if (!refusal.isEmpty()) {
@@ -170,16 +169,76 @@ void frmMain::sendBulk(const QList<int>& only)
         sessionPassword.clear();
 }
 
-void frmMain::sendRowsAgain(const QList<int>& rows)
+void frmMain::sendRowsAgain(const QList<int>& notSent, const QList<int>& unknown)
 {
-    if (rows.isEmpty() || m_sending->isRunning() || !isMultiSMSMode)
+    if (m_sending->isRunning() || !isMultiSMSMode)
         return;
-    if (!validateInput())
+    QList<int> rows = notSent;
+    if (!unknown.isEmpty()) {
+        // These may have gone out and been billed: sent again only when the user says so.
+        const QList<RecipientRow>& table = frmMultiSMS::instance()->table().rows();
+        QStringList lines;
+        for (const int row : unknown) {
+            if (lines.size() == 10) {
+                lines.append(QStringLiteral("und %1 weitere").arg(unknown.size() - 10));
+                break;
+            }
+            if (row < table.size())
+                lines.append(QStringLiteral("%1 (%2)").arg(table.at(row).Name, table.at(row).Nummer));
+        }
+        const QString question
+            = QStringLiteral("Zu %1 SMS kam keine Antwort; sie wurden möglicherweise trotzdem versendet:\r\n")
+                  .arg(unknown.size())
+            + lines.join(QStringLiteral("\r\n"))
+            + QStringLiteral("\r\n\r\nSollen auch diese SMS noch einmal versendet werden?");
+        switch (MessageBox::show(this, question, MessageBox::Buttons::YesNoCancel, MessageBox::Icon::Question,
+                                 ProductName())) {
+        case MessageBox::Answer::Yes:
+            rows += unknown;
+            std::sort(rows.begin(), rows.end());
+            break;
+        case MessageBox::Answer::No:
+            break;
+        default:
+            return;
+        }
+    }
+    if (rows.isEmpty() || !validateInput())
         return;
     sessionPassword
         = Options().kennwort().isEmpty() ? frmLogin::askForPassword(Options().Username(), this) : Options().kennwort();
     txtSMS_Change();
     sendBulk(rows);
+}
+
+void frmMain::offerToGoOn()
+{
+    frmMultiSMS* editor = frmMultiSMS::loaded();
+    if (!editor || !isMultiSMSMode || m_sending->isBusy())
+        return;
+    const RunRecord::Contents record = RunRecord::read(RunRecord::pathFor(editor->table().rows()));
+    if (!record.interrupted())
+        return;
+    const QList<int> notSent = record.rowsToSend();
+    const QList<int> unknown = record.rowsUnknown();
+    if (notSent.isEmpty() && unknown.isEmpty())
+        return;
+    const int sent = record.rowCount - int(notSent.size()) - int(unknown.size());
+    if (MessageBox::show(this,
+                         QStringLiteral("Der Versand an diese Liste wurde unterbrochen, bevor er abgeschlossen war: "
+                                        "%1 von %2 SMS sind versendet.\r\n\r\nSollen die übrigen %3 SMS jetzt "
+                                        "versendet werden? Versendete SMS werden nicht noch einmal gesendet.")
+                             .arg(sent)
+                             .arg(record.rowCount)
+                             .arg(notSent.size() + unknown.size()),
+                         MessageBox::Buttons::YesNo, MessageBox::Icon::Question, ProductName())
+        != MessageBox::Answer::Yes) {
+        return;
+    }
+    // The rest goes with the text the run began with.
+    if (txtSMS->text() != record.text)
+        txtSMS->setText(record.text);
+    sendRowsAgain(notSent, unknown);
 }
 
 void frmMain::tbPhonebook_Click()

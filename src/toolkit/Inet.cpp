@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <QUrl>
 
+#include <cstring>
 #include <optional>
 
 QString decodeHttpBody(const QByteArray& body, const QByteArray& contentType)
@@ -42,6 +43,42 @@ QString decodeHttpBody(const QByteArray& body, const QByteArray& contentType)
 namespace {
 // The reply's property that holds why its server's certificate was refused.
 constexpr char CertificateFailure[] = "quellboteCertificateFailure";
+// A request body that can be read once. Qt sends a request again by itself when the server closes
+// the connection without an answer; for a gateway that may have taken the SMS before it closed,
+// that would send it twice. A body that can't be read a second time makes Qt report the failure
+// instead.
+class OneShotBody : public QIODevice
+{
+public:
+    explicit OneShotBody(const QByteArray& data)
+        : m_data(data)
+    {
+        open(QIODevice::ReadOnly);
+    }
+    bool isSequential() const override { return true; }
+    qint64 bytesAvailable() const override { return m_data.size() - m_pos + QIODevice::bytesAvailable(); }
+
+protected:
+    qint64 readData(char* data, qint64 maxSize) override
+    {
+        const qint64 n = qMin(maxSize, qint64(m_data.size()) - m_pos);
+        if (n <= 0)
+            return m_pos >= m_data.size() ? -1 : 0;
+        std::memcpy(data, m_data.constData() + m_pos, size_t(n));
+        m_pos += n;
+        return n;
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    QByteArray m_data;
+    qint64 m_pos = 0;
+};
+
+// A connection kept from a request longer ago than this may have been closed by the server
+// meanwhile; the next request opens a new one rather than find out by failing.
+constexpr qint64 KeptConnectionMs = 2000;
+
 // The reply's property set once some of the request was written to the connection.
 constexpr char RequestLeftProperty[] = "quellboteRequestLeft";
 
@@ -165,7 +202,18 @@ QNetworkReply* Inet::start(const QString& url, const QByteArray& operation, cons
         if (colon > 0)
             request.setRawHeader(line.left(colon).trimmed().toLatin1(), line.mid(colon + 1).trimmed().toLatin1());
     }
-    QNetworkReply* reply = operation == "POST" ? m_manager->post(request, body) : m_manager->get(request);
+    QNetworkReply* reply = nullptr;
+    if (operation == "POST") {
+        if (m_lastEnded.isValid() && m_lastEnded.elapsed() > KeptConnectionMs)
+            m_manager->clearConnectionCache();
+        request.setHeader(QNetworkRequest::ContentLengthHeader, body.size());
+        request.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
+        auto device = std::make_unique<OneShotBody>(body);
+        reply = m_manager->post(request, device.get());
+        device.release()->setParent(reply);
+    } else {
+        reply = m_manager->get(request);
+    }
     // Nothing ignores these errors: the handshake fails, and before anything of the request is
     // sent. What was wrong is kept for the failure text.
     connect(reply, &QNetworkReply::sslErrors, reply, [reply](const QList<QSslError>& errors) {
@@ -219,6 +267,7 @@ QString transferFailureText(int error, int httpStatus, const QString& reason, co
 
 bool Inet::finish(QNetworkReply* reply, QString* body)
 {
+    m_lastEnded.start();
     m_responseCode = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     const QString reason = reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString();
     m_responseInfo = reply->error() == QNetworkReply::NoError ? reason : reply->errorString();

@@ -8,6 +8,7 @@
 // nothing lets a transfer pass it.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -95,6 +96,7 @@ private:
     QString m_failureText;
     bool m_certificateRefused = false;
     bool m_requestLeft = false;
+    QElapsedTimer m_lastEnded;
     int m_timeoutMs = DefaultTimeoutMs;
 };
 

@@ -3,14 +3,17 @@
 #include "MessageBoxScript.h"
 #include "bulk/frmMultiSMS.h"
 #include "bulk/frmMultiSMSLog.h"
+#include "settings/cOptionen.h"
 #include "toolkit/Inet.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 
+#include <QDir>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QUrlQuery>
@@ -74,7 +77,6 @@ private slots:
              u"Hallo %name%, %frei1%!"_s);
         QCOMPARE(boxes.last().text,
                  u"Achtung! Sie versenden eine MassenSMS!\r\nWollen Sie die 3 Nachrichten wirklich versenden?"_s);
-        QCOMPARE(log()->lblSend->text(), u"Vorgang abgeschlossen"_s);
         QCOMPARE(log()->cmdClose->text(), u"Schliessen"_s);
         QCOMPARE(log()->pBar->value(), 6);
         QTRY_COMPARE(sentTexts().size(), 3);
@@ -86,6 +88,15 @@ private slots:
         const QStringList lines = log()->txtLog->toPlainText().split(u'\n');
         QVERIFY2(lines.first().contains(u"Credits abgebucht"_s), qPrintable(lines.first()));
         QVERIFY(lines.at(2).contains(u"0049x ist keine gültige Rufnummer"_s));
+        // The refused row is counted apart, and only it is offered again.
+        QTRY_COMPARE(log()->lblSend->text(), u"Vorgang abgeschlossen – 2 von 3 SMS versendet, 1 nicht versendet."_s);
+        QVERIFY(log()->cmdResend->isVisible());
+        boxes.answer(MessageBox::Answer::Yes);
+        log()->cmdResend->click();
+        QCOMPARE(boxes.last().text,
+                 u"Achtung! Sie versenden eine MassenSMS!\r\nWollen Sie die 1 Nachrichten wirklich versenden?"_s);
+        QTRY_COMPARE(sentTexts().size(), 4);
+        QCOMPARE(sentTexts().last(), u"0049x Hallo Bert, !"_s);
         QCOMPARE(boxes.pending(), 0);
 
         // In the next run the button still reads "Schliessen"; a press only hides the window.
@@ -94,6 +105,93 @@ private slots:
         QCOMPARE(log()->cmdClose->text(), u"Schliessen"_s);
         log()->cmdClose->click();
         QVERIFY(!log()->isVisible());
+    }
+
+    // Rows whose request left without an answer may have been billed: sent again only when the
+    // user confirms them.
+    void rowsWithoutAnswer_data()
+    {
+        QTest::addColumn<MessageBox::Answer>("answer");
+        QTest::addColumn<int>("sentAgain");
+        QTest::newRow("confirmed") << MessageBox::Answer::Yes << 2;
+        QTest::newRow("not confirmed") << MessageBox::Answer::No << 0;
+        QTest::newRow("cancelled") << MessageBox::Answer::Cancel << 0;
+    }
+
+    void rowsWithoutAnswer()
+    {
+        QFETCH(MessageBox::Answer, answer);
+        QFETCH(int, sentAgain);
+        MessageBoxScript boxes;
+        boxes.answer(MessageBox::Answer::Yes);
+        QVERIFY(m_harness.service()->setFault(SendPath, u"drop"_s));
+        send({ u"Anna;01711234567"_s, u"Ben;01721234567"_s }, u"Hallo"_s);
+        QTRY_COMPARE(log()->lblSend->text(),
+                     u"Vorgang abgeschlossen – 0 von 2 SMS versendet, 2 ohne Antwort (möglicherweise versendet)."_s);
+        QVERIFY(m_harness.service()->setFault(SendPath, u"none"_s));
+        boxes.answer(answer);
+        if (sentAgain)
+            boxes.answer(MessageBox::Answer::Yes);
+        log()->cmdResend->click();
+        QVERIFY2(boxes.shown().at(1).text.startsWith(u"Zu 2 SMS kam keine Antwort"_s),
+                 qPrintable(boxes.shown().at(1).text));
+        QVERIFY(boxes.shown().at(1).text.contains(u"Ben (01721234567)"_s));
+        QTRY_COMPARE(m_harness.bodies(SendPath).size(), 2 + sentAgain);
+        QCOMPARE(boxes.pending(), 0);
+    }
+
+    // A run's figures count its own rows only, though the answer to the last row of the run
+    // before comes while it runs.
+    void lateAnswerOfTheRunBefore()
+    {
+        MessageBoxScript boxes;
+        boxes.answer(MessageBox::Answer::Yes);
+        QVERIFY(m_harness.service()->setFault(SendPath, u"slow:700"_s));
+        send({ u"Bert;0049x"_s }, u"Hallo"_s);
+        QVERIFY(m_harness.service()->setFault(SendPath, u"none"_s));
+        frmMultiSMS::loaded()->table().removeRow(0);
+        frmMultiSMS::loaded()->table().addRow(u"Anna"_s, u"01711234567"_s, {}, {});
+        frmMultiSMS::loaded()->recalcMaxSizes();
+        boxes.answer(MessageBox::Answer::Yes);
+        m_harness.child<ToolbarButton>("tbSend")->click();
+        QTRY_COMPARE(m_harness.bodies(SendPath).size(), 2);
+        QTRY_VERIFY(!m_harness.child<Inet>("iNet")->StillExecuting());
+        log()->showNow();
+        QVERIFY(log()->txtLog->toPlainText().contains(u"0049x ist keine gültige Rufnummer"_s));
+        QCOMPARE(log()->lblSend->text(), u"Vorgang abgeschlossen"_s);
+    }
+
+    // A job file that could not be written counts as not sent.
+    void handOffRun_data()
+    {
+        QTest::addColumn<bool>("folderThere");
+        QTest::addColumn<QString>("closing");
+        QTest::newRow("folder there") << true << u"Vorgang abgeschlossen"_s;
+        QTest::newRow("folder missing") << false
+                                        << u"Vorgang abgeschlossen – 0 von 3 SMS versendet, 3 nicht versendet."_s;
+    }
+
+    void handOffRun()
+    {
+        QFETCH(bool, folderThere);
+        QFETCH(QString, closing);
+        MessageBoxScript boxes;
+        boxes.answer(MessageBox::Answer::Yes);
+        QTemporaryDir server;
+        Options().setXmlIsServerUsed(true);
+        Options().setXmlSingleUser(u"True"_s);
+        Options().setXmlUser(u"U1"_s);
+        Options().setXmlPfad(server.path() + (folderThere ? u""_s : u"/fehlt"_s));
+        // The note after the first hand-off, by the count of hand-offs.
+        if (folderThere)
+            boxes.answer(MessageBox::Answer::Ok);
+        send({ u"A;0049171"_s, u"B;0049172"_s, u"C;0049173"_s }, u"Hallo"_s);
+        QTRY_COMPARE(log()->lblSend->text(), closing);
+        QCOMPARE(QDir(server.path()).entryList(QDir::Files).size(), folderThere ? 3 : 0);
+        QCOMPARE(log()->cmdResend->isVisible(), !folderThere);
+        log()->showNow();
+        QCOMPARE(log()->txtLog->toPlainText().count(u"!!!! Nicht versendet an "_s), folderThere ? 0 : 3);
+        QVERIFY(m_harness.bodies(SendPath).isEmpty());
     }
 
     void balanceTest_data()
@@ -139,7 +237,7 @@ private slots:
             QTimer::singleShot(0, this, [] { frmMultiSMSLog::loaded()->cmdClose->click(); });
         }
         send({ u"A;0049171"_s, abort ? u"B;0049172"_s : u"B;"_s, u"C;0049173"_s, u"D;0049174"_s }, u"Hallo"_s);
-        QCOMPARE(log()->lblSend->text(), u"Vorgang abgeschlossen"_s);
+        QVERIFY(log()->lblSend->text().startsWith(u"Vorgang abgeschlossen"_s));
         QCOMPARE(log()->pBar->value(), log()->pBar->maximum());
         // The last request may still be on its way.
         QTRY_VERIFY(!m_harness.child<Inet>("iNet")->StillExecuting());
