@@ -153,13 +153,16 @@ void RunRecord::outcome(int row, SendOutcome::State state)
     writeLine("O\t" + QByteArray::number(row) + '\t' + SendOutcome::name(state).toLatin1());
 }
 
-void RunRecord::finish(bool everyRowSent)
+void RunRecord::finish()
 {
     if (!m_file)
         return;
     writeLine("E");
     m_file.reset();
-    if (everyRowSent)
+    // A list whose every row went out, in this run or the ones before, has nothing left to go on
+    // with.
+    const Contents contents = read(m_path);
+    if (contents.rowsToSend().isEmpty() && contents.rowsUnknown().isEmpty())
         QFile::remove(m_path);
 }
 

@@ -63,8 +63,8 @@ public:
     bool resume();
     void sending(int row);
     void outcome(int row, SendOutcome::State state);
-    // Every row of the run has its outcome. A run where every row went out leaves no record.
-    void finish(bool everyRowSent);
+    // Every row of the run has its outcome. A list whose every row went out keeps no record.
+    void finish();
 
     QString path() const { return m_path; }
 

@@ -25,19 +25,16 @@ struct RunBook
     std::unique_ptr<RunRecord> record;
     int unfinished = 0; // rows begun whose outcome isn't known yet
     bool handedAll = false;
-    bool allSent = true;
 
     void outcome(int row, SendOutcome::State state)
     {
-        if (state != SendOutcome::State::Sent)
-            allSent = false;
         if (record)
             record->outcome(row, state);
     }
     void closeIfDone()
     {
         if (handedAll && unfinished == 0 && record) {
-            record->finish(allSent);
+            record->finish();
             record.reset();
         }
     }
@@ -247,7 +244,6 @@ bool SendingSession::prepareRow(Job& job)
         const std::optional<RecipientText::RowMessage> message
             = RecipientText::rowMessage(txtSMS, r.Name, r.Nummer, r.Freitext1, r.Freitext2);
         if (!message) {
-            job.book->allSent = false;
             emit runStopped(job.id, RecipientText::missingNumberNote(row + 1, r.Name));
             job.next = count;
             return false;

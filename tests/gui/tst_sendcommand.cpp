@@ -7,22 +7,27 @@
 #include "TestStore.h"
 #include "bulk/frmMultiSMS.h"
 #include "settings/ToolRegistry.h"
+#include "settings/cOptionen.h"
 #include "toolkit/Clock.h"
 #include "toolkit/Codepage.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QUrlQuery>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 const QString SendPath = u"/smsv3/smsv3.php"_s;
 const QString CronPath = u"/cronjob/send_repeat.php"_s;
-const QByteArray Rows = "Anna;01711234567;Nord;;\r\nBen;00491721234567;Süd;Raum 5;\r\n";
+const QByteArray Rows = "Anna;01711234567;Nord;;\r\nBen;00491721234567;Süd;Raum 5;\r\nCarla;00436641234567;Ost;;\r\n";
 } // namespace
 
 class TestSendCommand : public QObject
@@ -79,6 +84,7 @@ class TestSendCommand : public QObject
             return;
         }
         m_harness.fill(u"G171"_s, u"1234567"_s, text);
+        // The note after the first hand-off comes by the count of hand-offs, as the answers' boxes.
         for (int i = 0; i < parts; ++i)
             boxes.answer(MessageBox::Answer::Ok);
         if (kind == u"scheduled") {
@@ -103,6 +109,19 @@ private slots:
         Clock::setNow({});
     }
 
+    // The job files of the folder, by their contents.
+    static QStringList jobFiles(const QString& folder)
+    {
+        QStringList contents;
+        for (const QFileInfo& file : QDir(folder).entryInfoList(QDir::Files)) {
+            QFile f(file.filePath());
+            if (f.open(QIODevice::ReadOnly))
+                contents.append(QString::fromLatin1(f.readAll()));
+        }
+        contents.sort();
+        return contents;
+    }
+
     void sameRequestsAsTheWindow_data()
     {
         QTest::addColumn<QString>("kind");
@@ -115,11 +134,13 @@ private slots:
         QTest::newRow("long text cut into parts")
             << u"single"_s << longText << QStringList { u"+49 171 1234567"_s, longText } << 2;
         const QString placeholders = u"Hallo %name% aus %frei1%, %frei2%"_s;
-        QTest::newRow("placeholders") << u"bulk"_s << placeholders
-                                      << QStringList { u"--file"_s, u"LIST"_s, placeholders } << 2;
+        QTest::newRow("a run of three rows")
+            << u"bulk"_s << placeholders << QStringList { u"--file"_s, u"LIST"_s, placeholders } << 3;
         QTest::newRow("scheduled") << u"scheduled"_s << u"Termin"_s
                                    << QStringList { u"--at"_s, u"2030-01-02 09:05"_s, u"01711234567"_s, u"Termin"_s }
                                    << 1;
+        QTest::newRow("handed to the server folder")
+            << u"handoff"_s << u"Übergabe & <Test>"_s << QStringList { u"0171 1234567"_s, u"Übergabe & <Test>"_s } << 1;
     }
 
     void sameRequestsAsTheWindow()
@@ -131,7 +152,26 @@ private slots:
         // The dialog proposes the next five minutes after now.
         Clock::setNow(QDateTime(QDate(2030, 1, 2), QTime(9, 2)));
         const QString path = kind == u"scheduled" ? CronPath : SendPath;
-        sendFromTheWindow(kind, text, requests);
+        QTemporaryDir server;
+        if (kind == u"handoff") {
+            Options().setXmlIsServerUsed(true);
+            Options().setXmlSingleUser(u"True"_s);
+            Options().setXmlUser(u"U1"_s);
+            Options().setXmlPfad(server.path());
+            Options().save();
+        }
+        sendFromTheWindow(kind == u"handoff" ? u"single"_s : kind, text, requests);
+        if (kind == u"handoff") {
+            const QStringList fromWindow = jobFiles(server.path());
+            QCOMPARE(fromWindow.size(), requests);
+            for (const QString& file : QDir(server.path()).entryList(QDir::Files))
+                QFile::remove(server.filePath(file));
+            const Run run = command(arguments);
+            QCOMPARE(run.exit, 0);
+            QCOMPARE(jobFiles(server.path()), fromWindow);
+            QVERIFY(m_harness.bodies(SendPath).isEmpty());
+            return;
+        }
         QTRY_COMPARE(m_harness.bodies(path).size(), requests);
         const QStringList fromWindow = m_harness.bodies(path);
 
@@ -146,71 +186,147 @@ private slots:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QByteArray>("input");
-        QTest::addColumn<QString>("without"); // the stored "password", the "service"
+        QTest::addColumn<QString>("setup"); // what differs from a plain account at a working service
         QTest::addColumn<int>("exit");
         QTest::addColumn<int>("lines"); // on standard output
         QTest::addColumn<QString>("error"); // part of standard error
         QTest::addColumn<int>("posted");
+        QTest::addColumn<QString>("output"); // part of standard output
+        QTest::addColumn<QString>("body"); // part of the first request's body
         const QByteArray none;
         QTest::newRow("three rows")
             << QStringList { u"--file"_s, u"Anna;01711234567;;;\r\nBen;01721234567;;;\r\nCarla;0043664123;;;\r\n"_s,
                              u"Hallo %name%"_s }
-            << none << QString() << 0 << 3 << QString() << 3;
+            << none << QString() << 0 << 3 << QString() << 3 << QString() << QString();
         QTest::newRow("a refused row")
             << QStringList { u"--file"_s, u"Anna;01711234567;;;\r\nKaputt;0049171x;;;\r\nBen;01721234567;;;\r\n"_s,
                              u"Hallo"_s }
-            << none << QString() << 1 << 3 << QString() << 3;
+            << none << QString() << 1 << 3 << QString() << 3 << QString() << QString();
+        QTest::newRow("one JSON line per SMS")
+            << QStringList { u"--json"_s, u"--file"_s, u"Anna;01711234567;;;\r\nKaputt;0049171x;;;\r\n"_s, u"Hallo"_s }
+            << none << QString() << 1 << 2 << QString() << 2
+            << u"\"credits\":0,\"name\":\"Kaputt\",\"number\":\"0049171x\",\"parts\":1,\"row\":2,\"state\":\"refused\"}"_s
+            << QString();
         // A row without a number makes the file no list: nothing of it goes.
         QTest::newRow("a row without a number")
             << QStringList { u"--file"_s, u"Anna;01711234567;;;\r\nLeer;;;;\r\nBen;01721234567;;;\r\n"_s, u"Hallo"_s }
-            << none << QString() << 3 << 0 << u"ist keine MultiSMS-Datei"_s << 0;
-        QTest::newRow("the service stopped") << QStringList { u"0171 1234567"_s, u"Hallo"_s } << none << u"service"_s
-                                             << 2 << 0 << u"Keine Verbindung zum Server"_s << 0;
+            << none << QString() << 3 << 0 << u"ist keine MultiSMS-Datei"_s << 0 << QString() << QString();
+        QTest::newRow("the service stopped")
+            << QStringList { u"0171 1234567"_s, u"Hallo"_s } << none << u"service"_s << 2 << 0
+            << u"Keine Verbindung zum Server"_s << 0 << QString() << QString();
+        // The request left, and no answer came: it may have been billed, a script must not send
+        // it blindly again.
+        QTest::newRow("no answer came") << QStringList { u"--json"_s, u"0171 1234567"_s, u"Hallo"_s } << none
+                                        << u"drop"_s << 4 << 1 << u"möglicherweise trotzdem versendet"_s << 1
+                                        << u"\"state\":\"unknown\""_s << QString();
+        QTest::newRow("too few Credits for the server folder")
+            << QStringList { u"0171 1234567"_s, u"Hallo"_s } << none << u"poor hand-off"_s << 1 << 0
+            << u"Sie verfügen nicht mehr über ein ausreichendes Guthaben um diese Nachricht zu verschicken."_s << 0
+            << QString() << QString();
         QTest::newRow("a bad number") << QStringList { u"0171 12x4567"_s, u"Hallo"_s } << none << QString() << 3 << 0
-                                      << u"Die Rufnummer darf nur Ziffern enthalten."_s << 0;
-        QTest::newRow("sender and reply") << QStringList { u"--sender"_s, u"Leitstand"_s, u"--reply"_s, u"0171 1"_s }
-                                          << none << QString() << 3 << 0 << u"schließen sich aus"_s << 0;
+                                      << u"Die Rufnummer darf nur Ziffern enthalten."_s << 0 << QString() << QString();
+        QTest::newRow("sender and reply")
+            << QStringList { u"--sender"_s, u"Leitstand"_s, u"--reply"_s, u"0171 1"_s } << none << QString() << 3 << 0
+            << u"schließen sich aus"_s << 0 << QString() << QString();
         QTest::newRow("password and text from standard input")
             << QStringList { u"0171 1234567"_s } << QByteArray("demo\nZeile eins\nZeile zwei\n") << u"password"_s << 0
-            << 1 << QString() << 1;
+            << 1 << QString() << 1 << QString() << u"&kennwort=demo&"_s;
+        QTest::newRow("text with line breaks")
+            << QStringList { u"0171 1234567"_s } << QByteArray("demo\nZeile eins\nZeile zwei\n") << u"password"_s << 0
+            << 1 << QString() << 1 << QString() << u"&text=Zeile%20eins\r\nZeile"_s;
         QTest::newRow("no password at all") << QStringList { u"0171 1234567"_s, u"Hallo"_s } << none << u"password"_s
-                                            << 3 << 0 << u"kein Kennwort"_s << 0;
+                                            << 3 << 0 << u"kein Kennwort"_s << 0 << QString() << QString();
         QTest::newRow("dry run") << QStringList { u"--dry-run"_s, u"0171 1234567"_s, u"Hallo"_s } << none << QString()
-                                 << 0 << 4 << QString() << 0;
-        QTest::newRow("balance") << QStringList { u"--balance"_s } << none << QString() << 0 << 1 << QString() << 0;
+                                 << 0 << 4 << QString() << 0 << u"&kennwort=********&"_s << QString();
+        QTest::newRow("balance") << QStringList { u"--balance"_s } << none << QString() << 0 << 1 << QString() << 0
+                                 << u"500"_s << QString();
     }
 
     void whatAScriptCanRelyOn()
     {
         QFETCH(QStringList, arguments);
         QFETCH(QByteArray, input);
-        QFETCH(QString, without);
+        QFETCH(QString, setup);
         QFETCH(int, exit);
         QFETCH(int, lines);
         QFETCH(QString, error);
         QFETCH(int, posted);
-        if (without == u"password")
+        QFETCH(QString, output);
+        QFETCH(QString, body);
+        if (setup == u"password")
             m_harness.resetStore(false);
         if (const qsizetype file = arguments.indexOf(u"--file"_s); file >= 0)
             arguments[file + 1] = writeList(arguments.at(file + 1).toUtf8());
-        if (without == u"service")
+        QTemporaryDir server;
+        if (setup == u"poor hand-off") {
+            QFile accounts(m_harness.folder() + u"/accounts.json"_s);
+            QVERIFY(accounts.open(QIODevice::WriteOnly));
+            accounts.write(R"({"accounts": [{"email": "demo@quellbote.test", "password": "demo", "credits": 5}]})");
+            accounts.close();
+            QVERIFY(m_harness.startService({ u"--accounts"_s, accounts.fileName() }));
+            Options().setXmlIsServerUsed(true);
+            Options().setXmlSingleUser(u"True"_s);
+            Options().setXmlUser(u"U1"_s);
+            Options().setXmlPfad(server.path());
+            Options().save();
+        }
+        if (setup == u"drop")
+            QVERIFY(m_harness.service()->setFault(SendPath, u"drop"_s));
+        if (setup == u"service")
             m_harness.service()->stop();
         const Run run = command(arguments, input);
         QVERIFY2(run.err.contains(error), qPrintable(run.err));
         QCOMPARE(run.out.size(), lines);
+        QVERIFY2(run.out.join(u'\n').contains(output), qPrintable(run.out.join(u'\n')));
         QCOMPARE(run.exit, exit);
-        if (without == u"service")
+        QVERIFY(QDir(server.path()).isEmpty());
+        if (setup == u"service")
             return;
         const QStringList bodies = m_harness.bodies(SendPath);
         QCOMPARE(bodies.size(), posted);
-        const QString row = QString::fromLatin1(QTest::currentDataTag());
-        if (row == u"password and text from standard input")
-            QVERIFY(bodies.at(0).contains(u"&kennwort=demo&"_s)
-                    && bodies.at(0).contains(u"&text=Zeile%20eins\r\nZeile"_s));
-        if (row == u"dry run")
-            QVERIFY(run.out.at(2).contains(u"&kennwort=********&"_s));
-        if (row == u"balance")
-            QCOMPARE(run.out.at(0), u"500"_s);
+        if (!body.isEmpty())
+            QVERIFY2(bodies.at(0).contains(body), qPrintable(bodies.at(0)));
+    }
+
+    // A run ended by a kill goes on with exactly the rows that did not go out; the row whose
+    // request was on its way is sent again only when asked for.
+    void killedRunGoesOnWithTheRowsLeft()
+    {
+        QByteArray rows;
+        for (int i = 1; i <= 6; ++i)
+            rows += "Empfänger " + QByteArray::number(i) + ";0171100000" + QByteArray::number(i) + ";;;\r\n";
+        const QString list = writeList(rows);
+        QVERIFY(m_harness.service()->setFault(SendPath, u"slow:300"_s));
+        const QString program = m_harness.folder() + u"/quellbote-send"_s;
+        QFile::copy(qEnvironmentVariable("QUELLBOTE_SEND"), program);
+        QProcess process;
+        process.start(program, { u"--config"_s, ToolRegistry::storeFileName(), u"--file"_s, list, u"Hallo"_s });
+        // Killed while the third row's request waits for its answer.
+        QTRY_COMPARE_WITH_TIMEOUT(m_harness.bodies(SendPath).size(), 3, 20000);
+        process.kill();
+        process.waitForFinished();
+        QVERIFY(m_harness.service()->setFault(SendPath, u"none"_s));
+
+        const QStringList numbers = { u"00491711000001"_s, u"00491711000002"_s, u"00491711000003"_s,
+                                      u"00491711000004"_s, u"00491711000005"_s, u"00491711000006"_s };
+        const auto sentTo = [this] {
+            QStringList to;
+            for (const QString& body : m_harness.bodies(SendPath))
+                to.append(QUrlQuery(body).queryItemValue(u"empfaenger"_s));
+            return to;
+        };
+        Run run = command({ u"--json"_s, u"--resume"_s, u"--file"_s, list, u"Hallo"_s });
+        QCOMPARE(run.exit, 4);
+        QCOMPARE(sentTo(), numbers.mid(0, 3) + numbers.mid(3));
+        QCOMPARE(run.out.size(), 6);
+        QVERIFY(run.out.at(2).contains(u"\"state\":\"unknown\""_s));
+
+        run = command({ u"--resume"_s, u"--resend-unknown"_s, u"--file"_s, list, u"Hallo"_s });
+        QCOMPARE(run.exit, 0);
+        QCOMPARE(sentTo(), numbers + QStringList { numbers.at(2) });
+        // Every row went out: the list's next run is a run of its own again.
+        run = command({ u"--resume"_s, u"--file"_s, list, u"Hallo"_s });
+        QCOMPARE(sentTo().size(), 13);
     }
 };
 
