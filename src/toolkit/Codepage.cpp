@@ -80,6 +80,30 @@ const std::bitset<0x10000>& heldCharacters()
 }
 } // namespace
 
+bool holds(char32_t character)
+{
+    return character < 0x10000 && heldCharacters().test(character);
+}
+
+QString withReplacements(const QString& text)
+{
+    if (sameAsLatin1(text))
+        return text;
+    const std::bitset<0x10000>& held = heldCharacters();
+    QString mended;
+    mended.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (c.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate()) {
+            mended += u'?';
+            ++i;
+        } else {
+            mended += held.test(c.unicode()) ? c : QChar(u'?');
+        }
+    }
+    return mended;
+}
+
 QByteArray toWindows1252(const QString& text)
 {
     if (sameAsLatin1(text))
@@ -90,24 +114,12 @@ QByteArray toWindows1252(const QString& text)
     QByteArray whole = encoder.encode(text);
     if (!encoder.hasError())
         return whole;
-    // A character that the code page lacks becomes "?", a surrogate pair being one character,
-    // and the rest stays exact. The text is mended first and then encoded in one pass: asking the
-    // codec character by character needs a converter opened by name for each, which made a text
-    // of a few hundred characters take milliseconds.
-    const std::bitset<0x10000>& held = heldCharacters();
-    QString mended;
-    mended.reserve(text.size());
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        if (c.isHighSurrogate() && i + 1 < text.size()) {
-            mended += u'?';
-            ++i;
-        } else {
-            mended += held.test(c.unicode()) ? c : QChar(u'?');
-        }
-    }
+    // A character that the code page lacks becomes "?", and the rest stays exact. The text is
+    // mended first and then encoded in one pass: asking the codec character by character needs a
+    // converter opened by name for each, which made a text of a few hundred characters take
+    // milliseconds.
     QStringEncoder again(Name);
-    return again.encode(mended);
+    return again.encode(withReplacements(text));
 }
 
 QString fromWindows1252(const QByteArray& bytes)
