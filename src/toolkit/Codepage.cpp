@@ -108,7 +108,8 @@ QByteArray toWindows1252(const QString& text)
 {
     if (sameAsLatin1(text))
         return text.toLatin1();
-    QStringEncoder encoder(Name);
+    // Stateless: a high surrogate at the end is a character of its own, not one held back for more.
+    QStringEncoder encoder(Name, QStringConverter::Flag::Stateless);
     if (!encoder.isValid())
         return text.toLatin1();
     QByteArray whole = encoder.encode(text);
@@ -118,7 +119,7 @@ QByteArray toWindows1252(const QString& text)
     // mended first and then encoded in one pass: asking the codec character by character needs a
     // converter opened by name for each, which made a text of a few hundred characters take
     // milliseconds.
-    QStringEncoder again(Name);
+    QStringEncoder again(Name, QStringConverter::Flag::Stateless);
     return again.encode(withReplacements(text));
 }
 
