@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RecipientTable.h"
 
+#include "sending/WireText.h"
 #include "settings/tools.h"
 #include "toolkit/Codepage.h"
 
@@ -79,11 +80,16 @@ bool RecipientTable::parseLine(const QString& line)
 
 void RecipientTable::recalcMaxSizes()
 {
+    // Lengths as the values go on the wire, where an emoji is one character. That length is never
+    // more than the value's size, so a value no longer than the maximum so far isn't scanned.
+    const auto longest = [](qint16 maximum, const QString& value) {
+        return value.size() <= maximum ? maximum : qMax(maximum, qint16(WireText::wireLength(value)));
+    };
     m_maxNameSize = m_maxFrei1Size = m_maxFrei2Size = 0;
     for (const RecipientRow& row : m_rows) {
-        m_maxNameSize = qMax(m_maxNameSize, qint16(row.Name.size()));
-        m_maxFrei1Size = qMax(m_maxFrei1Size, qint16(row.Freitext1.size()));
-        m_maxFrei2Size = qMax(m_maxFrei2Size, qint16(row.Freitext2.size()));
+        m_maxNameSize = longest(m_maxNameSize, row.Name);
+        m_maxFrei1Size = longest(m_maxFrei1Size, row.Freitext1);
+        m_maxFrei2Size = longest(m_maxFrei2Size, row.Freitext2);
     }
 }
 
@@ -264,20 +270,46 @@ int RecipientTable::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : 4;
 }
 
-QVariant RecipientTable::data(const QModelIndex& index, int role) const
+const QString* RecipientTable::textOf(const QModelIndex& index) const
 {
-    if (!index.isValid() || index.row() >= m_rows.size() || (role != Qt::DisplayRole && role != Qt::EditRole))
-        return {};
+    if (!index.isValid() || index.row() >= m_rows.size())
+        return nullptr;
     const RecipientRow& row = m_rows.at(index.row());
     switch (index.column()) {
     case 0:
-        return row.Name;
+        return &row.Name;
     case 1:
-        return row.Nummer;
+        return &row.Nummer;
     case 2:
-        return row.Freitext1;
+        return &row.Freitext1;
     case 3:
-        return row.Freitext2;
+        return &row.Freitext2;
+    default:
+        return nullptr;
+    }
+}
+
+bool RecipientTable::hasUnsendable(const QModelIndex& index) const
+{
+    // The number is checked as a number elsewhere; the others go into the message.
+    const QString* text = index.column() != 1 ? textOf(index) : nullptr;
+    return text && !WireText::isSendable(*text);
+}
+
+QVariant RecipientTable::data(const QModelIndex& index, int role) const
+{
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+        if (const QString* text = textOf(index))
+            return *text;
+        return {};
+    case Qt::ToolTipRole:
+    case Qt::AccessibleDescriptionRole:
+        // Worked out for the cell asked for only: a table may have a million rows.
+        if (hasUnsendable(index))
+            return WireText::unsendableNotice(WireText::unsendable(*textOf(index)));
+        return {};
     default:
         return {};
     }

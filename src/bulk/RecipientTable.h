@@ -67,10 +67,16 @@ public:
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    // A Name, Freitext1 or Freitext2 with characters that can't go out has a tooltip and an
+    // accessible description that name them.
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    // Whether the cell's value, which goes into the message, holds characters that can't go out.
+    bool hasUnsendable(const QModelIndex& index) const;
 
 private:
+    // The value of a cell, nullptr outside the table.
+    const QString* textOf(const QModelIndex& index) const;
     // Parses one line into rows, without telling the views.
     bool parseInto(QStringView line, QList<RecipientRow>* rows);
 

@@ -20,6 +20,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QIcon>
+#include <QIdentityProxyModel>
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
@@ -46,6 +47,34 @@ QString shortcutText(QKeySequence::StandardKey key)
 {
     return QKeySequence(key).toString(QKeySequence::NativeText);
 }
+
+// The table as lvData shows it: a value with characters that can't go out carries the warning
+// picture; the table's tooltip names the characters. Asked cell by cell as the view draws, so a
+// table of a million rows costs no more than the rows in sight.
+class UnsendableMarks : public QIdentityProxyModel
+{
+public:
+    UnsendableMarks(RecipientTable* table, QObject* parent)
+        : QIdentityProxyModel(parent)
+        , m_table(table)
+        , m_warning(QStringLiteral(":/pictures/warning.svg"))
+    {
+        setSourceModel(table);
+    }
+
+    QVariant data(const QModelIndex& index, int role) const override
+    {
+        if (role != Qt::DecorationRole)
+            return QIdentityProxyModel::data(index, role);
+        if (m_table->hasUnsendable(mapToSource(index)))
+            return m_warning;
+        return {};
+    }
+
+private:
+    RecipientTable* m_table;
+    QIcon m_warning;
+};
 } // namespace
 
 frmMultiSMS* frmMultiSMS::instance()
@@ -106,7 +135,7 @@ void frmMultiSMS::buildControls()
     lvData = new QTableView(this);
     lvData->setObjectName(QStringLiteral("lvData"));
     lvData->setAccessibleName(QStringLiteral("Empfänger"));
-    lvData->setModel(&m_table);
+    lvData->setModel(new UnsendableMarks(&m_table, this));
     lvData->setSelectionBehavior(QAbstractItemView::SelectRows);
     lvData->setSelectionMode(QAbstractItemView::SingleSelection);
     lvData->setEditTriggers(QAbstractItemView::NoEditTriggers);

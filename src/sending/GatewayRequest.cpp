@@ -2,6 +2,7 @@
 #include "GatewayRequest.h"
 
 #include "Version.h"
+#include "WireText.h"
 #include "settings/ProductName.h"
 #include "settings/cOptionen.h"
 #include "settings/tools.h"
@@ -44,18 +45,31 @@ InputCheck validateInput(bool isMultiSMSMode, const QString& cmbVorwahlKey, cons
 
 qint16 countDoubleChars(const QString& text)
 {
+    // Both are in the code page: the text and its wire form hold the same number.
     return qint16(text.count(u'€') + text.count(u'"'));
 }
 
 qint16 fitPartLength(const QString& text)
 {
-    qint16 n = MessageSize::SmsSize;
-    while (true) {
-        const QString part = text.left(n);
-        if (part.size() + countDoubleChars(part) <= MessageSize::SmsSize)
-            return n;
-        --n;
+    // The longest beginning of at most 160 characters on the wire that, with its specials, fits
+    // into 160. Counted character by character on the wire, so that a surrogate pair is one
+    // character and never cut in two. A text that fits whole gives 160, or its length in UTF-16
+    // units where that is more.
+    qsizetype units = 0;
+    int size = 0;
+    int characters = 0;
+    while (units < text.size() && characters < MessageSize::SmsSize) {
+        const QChar c = text.at(units);
+        const qsizetype length
+            = c.isHighSurrogate() && units + 1 < text.size() && text.at(units + 1).isLowSurrogate() ? 2 : 1;
+        const int cost = c == u'€' || c == u'"' ? 2 : 1;
+        if (size + cost > MessageSize::SmsSize)
+            return qint16(units);
+        size += cost;
+        ++characters;
+        units += length;
     }
+    return qint16(units == text.size() ? qMax<qsizetype>(units, MessageSize::SmsSize) : units);
 }
 
 QStringList sendMessageParts(const QString& text, const MessageSize::SmsOptions& options)
@@ -64,7 +78,7 @@ QStringList sendMessageParts(const QString& text, const MessageSize::SmsOptions&
         return { text };
     QStringList parts;
     QString rest = text;
-    while (rest.size() > MessageSize::SmsSize - countDoubleChars(rest)) {
+    while (WireText::wireLength(rest) > MessageSize::SmsSize - countDoubleChars(rest)) {
         const qint16 n = fitPartLength(rest);
         parts.append(rest.left(n));
         rest.remove(0, n);

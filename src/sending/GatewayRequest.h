@@ -33,11 +33,12 @@ InputCheck validateInput(bool isMultiSMSMode, const QString& cmbVorwahlKey, cons
 
 // Occurrences of "€" and of the double quote in text.
 qint16 countDoubleChars(const QString& text);
-// The length of the first part of text: at most 160, lowered until the part and its specials
-// fit into 160.
+// The length of the first part of text, in UTF-16 units: at most 160 characters on the wire
+// (a surrogate pair one, never cut), lowered until the part and its specials fit into 160.
 qint16 fitPartLength(const QString& text);
-// The parts that sendMessage hands to submitMessage one after another. With both sender identity
-// and long SMS on, the whole text is one part and the gateway splits it.
+// The parts that sendMessage hands to submitMessage one after another, measured as they go on
+// the wire. With both sender identity and long SMS on, the whole text is one part and the
+// gateway splits it.
 QStringList sendMessageParts(const QString& text, const MessageSize::SmsOptions& options);
 
 // The escape of "&text=": "%", "&", "+" and blank; everything else passes.

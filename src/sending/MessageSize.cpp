@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MessageSize.h"
 
+#include "WireText.h"
 #include "settings/cOptionen.h"
 
 namespace MessageSize {
@@ -18,7 +19,9 @@ SmsOptions smsOptionsOf(const cOptionen& options)
 
 qint16 calcSmsSize(const QString& text, const QString& txtSMS)
 {
-    const qsizetype size = text.size() + txtSMS.count(u'€') + txtSMS.count(u'"');
+    // Counted as it goes on the wire: an emoji, two UTF-16 units, goes out as one "?". The euro
+    // sign and the double quote are in the code page, so the box holds as many as the wire.
+    const qsizetype size = WireText::wireLength(text) + txtSMS.count(u'€') + txtSMS.count(u'"');
     return qint16(qMin<qsizetype>(size, 32767));
 }
 

@@ -25,7 +25,8 @@ struct SmsOptions
 };
 SmsOptions smsOptionsOf(const cOptionen& options);
 
-// The size of text: its length plus one for each "€" and each double quote in txtSMS, the
+// The size of text: its length on the wire (a character Windows-1252 lacks is one "?", a
+// surrogate pair one character) plus one for each "€" and each double quote in txtSMS, the
 // present content of the text box, not in text. A part of a split message thus counts the
 // specials of the whole box.
 qint16 calcSmsSize(const QString& text, const QString& txtSMS);

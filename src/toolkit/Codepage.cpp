@@ -80,34 +80,47 @@ const std::bitset<0x10000>& heldCharacters()
 }
 } // namespace
 
-QByteArray toWindows1252(const QString& text)
+bool holds(char32_t character)
+{
+    return character < 0x10000 && heldCharacters().test(character);
+}
+
+QString withReplacements(const QString& text)
 {
     if (sameAsLatin1(text))
-        return text.toLatin1();
-    QStringEncoder encoder(Name);
-    if (!encoder.isValid())
-        return text.toLatin1();
-    QByteArray whole = encoder.encode(text);
-    if (!encoder.hasError())
-        return whole;
-    // A character that the code page lacks becomes "?", a surrogate pair being one character,
-    // and the rest stays exact. The text is mended first and then encoded in one pass: asking the
-    // codec character by character needs a converter opened by name for each, which made a text
-    // of a few hundred characters take milliseconds.
+        return text;
     const std::bitset<0x10000>& held = heldCharacters();
     QString mended;
     mended.reserve(text.size());
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text.at(i);
-        if (c.isHighSurrogate() && i + 1 < text.size()) {
+        if (c.isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate()) {
             mended += u'?';
             ++i;
         } else {
             mended += held.test(c.unicode()) ? c : QChar(u'?');
         }
     }
-    QStringEncoder again(Name);
-    return again.encode(mended);
+    return mended;
+}
+
+QByteArray toWindows1252(const QString& text)
+{
+    if (sameAsLatin1(text))
+        return text.toLatin1();
+    // Stateless: a high surrogate at the end is a character of its own, not one held back for more.
+    QStringEncoder encoder(Name, QStringConverter::Flag::Stateless);
+    if (!encoder.isValid())
+        return text.toLatin1();
+    QByteArray whole = encoder.encode(text);
+    if (!encoder.hasError())
+        return whole;
+    // A character that the code page lacks becomes "?", and the rest stays exact. The text is
+    // mended first and then encoded in one pass: asking the codec character by character needs a
+    // converter opened by name for each, which made a text of a few hundred characters take
+    // milliseconds.
+    QStringEncoder again(Name, QStringConverter::Flag::Stateless);
+    return again.encode(withReplacements(text));
 }
 
 QString fromWindows1252(const QByteArray& bytes)

@@ -10,6 +10,11 @@
 namespace Codepage {
 QByteArray toWindows1252(const QString& text);
 QString fromWindows1252(const QByteArray& bytes);
+// Whether the code page holds the character, given as its code point.
+bool holds(char32_t character);
+// text as its Windows-1252 bytes read back: each character the code page lacks becomes one "?".
+// A surrogate pair (an emoji, say) is one character; so is a surrogate standing alone.
+QString withReplacements(const QString& text);
 // Whether text's Windows-1252 bytes are its Latin-1 bytes: it holds no character beyond U+00FF
 // and none of U+0080 to U+009F, where the two differ.
 bool sameAsLatin1(QStringView text);

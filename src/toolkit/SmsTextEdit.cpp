@@ -13,6 +13,26 @@ QString toCrLf(QString text)
         .replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
 }
 
+// Characters as a message counts them: a surrogate pair (an emoji) is one.
+int characters(QStringView text)
+{
+    qsizetype count = text.size();
+    for (qsizetype i = 0; i + 1 < text.size(); ++i) {
+        if (text.at(i).isHighSurrogate() && text.at(i + 1).isLowSurrogate()) {
+            --count;
+            ++i;
+        }
+    }
+    return int(count);
+}
+
+// Drops the last character, a surrogate pair whole, so that a cut leaves no half of one behind.
+void chopCharacter(QString& text)
+{
+    const qsizetype n = text.size();
+    text.chop(n >= 2 && text.at(n - 1).isLowSurrogate() && text.at(n - 2).isHighSurrogate() ? 2 : 1);
+}
+
 QString toLf(QString text)
 {
     return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(QLatin1Char('\r'), QLatin1Char('\n'));
@@ -34,8 +54,8 @@ void SmsTextEdit::setText(const QString& text)
 {
     QString lf = toLf(text);
     if (m_maxLength > 0) {
-        while (toCrLf(lf).size() > m_maxLength)
-            lf.chop(1);
+        while (characters(toCrLf(lf)) > m_maxLength)
+            chopCharacter(lf);
     }
     setPlainText(lf);
     moveCursor(QTextCursor::End);
@@ -56,16 +76,16 @@ int SmsTextEdit::room() const
 {
     if (m_maxLength <= 0)
         return std::numeric_limits<int>::max();
-    const int selected = int(toCrLf(textCursor().selectedText()).size());
-    return m_maxLength - int(text().size()) + selected;
+    const int selected = characters(toCrLf(textCursor().selectedText()));
+    return m_maxLength - characters(text()) + selected;
 }
 
 QString SmsTextEdit::fitted(const QString& lfText) const
 {
     QString fit = lfText;
     const int left = room();
-    while (!fit.isEmpty() && toCrLf(fit).size() > left)
-        fit.chop(1);
+    while (!fit.isEmpty() && characters(toCrLf(fit)) > left)
+        chopCharacter(fit);
     return fit;
 }
 
@@ -85,7 +105,7 @@ void SmsTextEdit::keyPressEvent(QKeyEvent* event)
         return;
     }
     if (insertsText && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
-        if (toCrLf(typed).size() > room()) {
+        if (characters(toCrLf(typed)) > room()) {
             event->accept();
             return;
         }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // A multi-line text box whose text has line breaks as CR LF, each counting as two characters,
-// with a limit on the length that typing, pasting and setting the text all respect.
+// with a limit on the length that typing, pasting and setting the text all respect. An emoji (a
+// surrogate pair) counts one character, as it goes out, and a cut never splits one.
 #pragma once
 
 #include <QPlainTextEdit>

@@ -181,6 +181,36 @@ private slots:
         QCOMPARE(table.getMaxNameSize(), qint16(10)); // until the next recalcMaxSizes
         table.parseLine(u"Neu;0049173"_s);
         QCOMPARE(table.rows().first().Tag, 1);
+        // The placeholders count as the values go on the wire: an emoji is one character.
+        table.parseLine(u"Li;0049174;😀😀😀😀😀;;"_s);
+        table.recalcMaxSizes();
+        QCOMPARE(table.getMaxFrei1Size(), qint16(5));
+    }
+
+    // A value that goes into the message with characters that can't go out names them in its
+    // tooltip and to a screen reader; the number, and values that go out whole, have none.
+    void unsendableValuesAreNamed_data()
+    {
+        QTest::addColumn<int>("column");
+        QTest::addColumn<QString>("named"); // empty: no tooltip
+        QTest::newRow("name") << 0 << u"Ł, ś"_s;
+        QTest::newRow("number is not looked at") << 1 << QString();
+        QTest::newRow("first free text") << 2 << u"😀"_s;
+        QTest::newRow("second free text goes out whole") << 3 << QString();
+    }
+
+    void unsendableValuesAreNamed()
+    {
+        QFETCH(int, column);
+        QFETCH(QString, named);
+        RecipientTable table;
+        table.addRow(u"Łukasz Woś"_s, u"0048601ł"_s, u"Hi 😀"_s, u"Grüße „x“ €"_s);
+        const QModelIndex cell = table.index(0, column);
+        QCOMPARE(table.hasUnsendable(cell), !named.isEmpty());
+        const QString tip = table.data(cell, Qt::ToolTipRole).toString();
+        QCOMPARE(tip.isEmpty(), named.isEmpty());
+        QVERIFY2(tip.endsWith(named), qPrintable(tip));
+        QCOMPARE(table.data(cell, Qt::AccessibleDescriptionRole).toString(), tip);
     }
 };
 

@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QFile>
+#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -165,6 +166,13 @@ private slots:
                  u"Ein Eintrag mit dieser Nummer existiert schon.\r\nMöchten Sie diesen trotzdem hinzufügen?"_s);
         QCOMPARE(in<QLineEdit>(m_window, "txtName")->text(), u"Carla"_s);
         QCOMPARE(names(), (QStringList { u"Anna"_s, u"Bernhard"_s }));
+        // The list marks a value with characters that can't go out, before any run.
+        const QAbstractItemModel* shown = in<QTableView>(m_window, "lvData")->model();
+        QVERIFY(shown->data(shown->index(0, 0), Qt::DecorationRole).isNull());
+        table.setRowValues(1, u"Bernhard 😀"_s, u"00491722"_s, QString(), QString());
+        QVERIFY(!shown->data(shown->index(1, 0), Qt::DecorationRole).value<QIcon>().isNull());
+        QVERIFY(shown->data(shown->index(1, 0), Qt::ToolTipRole).toString().endsWith(u"😀"_s));
+        table.setRowValues(1, u"Bernhard"_s, u"00491722"_s, QString(), QString());
 
         // The main window's counters follow the table: "%name%" counts as the longest name.
         m_harness.child<SmsTextEdit>("txtSMS")->setText(u"Hallo %name%"_s);

@@ -54,6 +54,11 @@ private slots:
         QTest::newRow("double quotes count twice") << QString(200, u'"') << false << QList<int> { 80, 80, 40 };
         QTest::newRow("empty text is one empty part") << QString() << false << QList<int> { 0 };
         QTest::newRow("long SMS: the gateway splits") << QString(400, u'a') << true << QList<int> { 400 };
+        // Lengths in UTF-16 units: an emoji is two of them and one character on the wire.
+        QTest::newRow("160 emoji: one request") << u"😀"_s.repeated(160) << false << QList<int> { 320 };
+        QTest::newRow("an emoji on the boundary stays whole") << a159 + u"😀b"_s << false << QList<int> { 161, 1 };
+        QTest::newRow("an emoji after a euro goes to the next part")
+            << QString(158, u'a') + u"€😀"_s << false << QList<int> { 159, 2 };
     }
 
     void split()
@@ -103,6 +108,10 @@ private slots:
             << Tweak([](SendRequest& r) { longText(r, 161, false); }) << u"&long=false"_s;
         QTest::newRow("160 with both options")
             << Tweak([](SendRequest& r) { longText(r, 160, true); }) << u"&long=false"_s;
+        QTest::newRow("80 emoji and 80 letters are 160 on the wire") << Tweak([](SendRequest& r) {
+            longText(r, 80, true);
+            r.text = r.txtSMS = r.text + u"😀"_s.repeated(80);
+        }) << u"&long=false"_s;
         QTest::newRow("text escapes") << Tweak([](SendRequest& r) { r.text = u"100% & 1+1"_s; })
                                       << u"&text=100%25%20%26%201%2B1&"_s;
         QTest::newRow("umlauts and line breaks pass")

@@ -9,6 +9,12 @@ using namespace Qt::StringLiterals;
 namespace {
 enum Option { Sender = 1, Replies = 2, Status = 4, Long = 8 };
 
+// n emoji: 2n UTF-16 units, n characters on the wire.
+QString emoji(int n)
+{
+    return u"😀"_s.repeated(n);
+}
+
 SmsOptions options(int flags)
 {
     SmsOptions o;
@@ -43,6 +49,9 @@ private slots:
         QTest::newRow("1499 with two euro signs") << QString(1497, u'a') + u"€€"_s << 0 << 1501 << 10;
         QTest::newRow("80 double quotes") << QString(80, u'"') << 0 << 160 << 1;
         QTest::newRow("CR LF counts two") << u"a\r\nb"_s << 0 << 4 << 1;
+        QTest::newRow("160 emoji are one SMS") << emoji(160) << 0 << 160 << 1;
+        QTest::newRow("1500 emoji are within the limit") << emoji(1500) << 0 << 1500 << 10;
+        QTest::newRow("letters beyond the code page count one") << u"Łódź"_s.repeated(40) << 0 << 160 << 1;
     }
 
     void singleMode()
@@ -82,6 +91,8 @@ private slots:
             << u"%name%abcd"_s << 0 << 20 << 2 << 24 << 1 << 2 << true;
         QTest::newRow("155 with long SMS makes two a row")
             << QString(155, u'a') << Sender + Long << 0 << 4 << 155 << 2 << 8 << true;
+        QTest::newRow("emoji beside a placeholder")
+            << u"%name%"_s + emoji(150) << Sender + Long << 3 << 1 << 153 << 1 << 1 << true;
         QTest::newRow("two name placeholders") << u"%name% %name%"_s << 0 << 100 << 1 << 201 << 2 << 2 << true;
         // The limit goes by the text as typed, placeholders with their own length.
         QTest::newRow("limit with the placeholder's length")

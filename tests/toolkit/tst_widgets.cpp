@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "toolkit/CTooltip.h"
+#include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 
 #include <QApplication>
@@ -9,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The toolkit's own widgets: flat buttons and balloon hints.
+// The toolkit's own widgets: flat buttons, balloon hints and the message box.
 class TestWidgets : public QObject
 {
     Q_OBJECT
@@ -76,6 +77,32 @@ private slots:
         QTest::mouseRelease(&button, Qt::MouseButton(mouseButton), {}, releaseAt);
         QVERIFY(!button.isDown());
         QCOMPARE(clicked.count(), 1);
+    }
+
+    // The limit counts an emoji once, as it goes out, and never leaves half of one in the box.
+    void messageBoxLimit_data()
+    {
+        QTest::addColumn<bool>("pasted");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("kept");
+        QTest::newRow("set: an emoji counts one") << false << u"ab😀"_s << u"ab😀"_s;
+        QTest::newRow("set: the cut takes a whole emoji") << false << u"ab😀😀"_s << u"ab😀"_s;
+        QTest::newRow("set: a line break counts two") << false << u"a\nbc"_s << u"a\r\n"_s;
+        QTest::newRow("pasted: the cut takes a whole emoji") << true << u"😀😀😀😀"_s << u"😀😀😀"_s;
+    }
+
+    void messageBoxLimit()
+    {
+        QFETCH(bool, pasted);
+        QFETCH(QString, text);
+        QFETCH(QString, kept);
+        SmsTextEdit box;
+        box.setMaxLength(3);
+        if (pasted)
+            box.replaceSelection(text);
+        else
+            box.setText(text);
+        QCOMPARE(box.text(), kept);
     }
 
     void treeButtonIgnoresClicksWhileDisabled()
