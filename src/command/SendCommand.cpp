@@ -11,6 +11,7 @@
 #include "sending/MessageSize.h"
 #include "sending/NumberRules.h"
 #include "sending/RecipientText.h"
+#include "sending/WireText.h"
 #include "settings/CUrlStore.h"
 #include "settings/OptionsDialogRules.h"
 #include "settings/ProductName.h"
@@ -119,7 +120,9 @@ int SendCommand::run(const QStringList& arguments)
     m_json = a.json;
     m_resume = a.resume;
     m_resendUnknown = a.resendUnknown;
-    if (!readMessages(a, text))
+    if (a.transliterate)
+        text = WireText::transliterate(text);
+    if (!readMessages(a, text) || !checkCharacters(a.transliterate))
         return BadInput;
     return a.dryRun ? dryRun() : send();
 }
@@ -248,6 +251,14 @@ bool SendCommand::readMessages(const SendArguments& a, const QString& text)
                  QStringLiteral("Die Datei %1 kann nicht gelesen werden oder ist keine MultiSMS-Datei.").arg(a.file));
             return false;
         }
+        if (a.transliterate) {
+            // The rows' values go into the text and the request: plain letters there too.
+            for (int i = 0; i < table.rowCount(); ++i) {
+                const RecipientRow& row = table.rows().at(i);
+                table.setRowValues(i, WireText::transliterate(row.Name), row.Nummer,
+                                   WireText::transliterate(row.Freitext1), WireText::transliterate(row.Freitext2));
+            }
+        }
         table.recalcMaxSizes();
         m_rows = table.rows();
         m_placeholders = { table.getMaxNameSize(), table.getMaxFrei1Size(), table.getMaxFrei2Size(), table.rowCount() };
@@ -267,6 +278,29 @@ bool SendCommand::readMessages(const SendArguments& a, const QString& text)
         return false;
     }
     return true;
+}
+
+bool SendCommand::checkCharacters(bool transliterated)
+{
+    if (transliterated)
+        return true;
+    QStringList characters;
+    for (const Message& m : std::as_const(m_messages)) {
+        for (const QString* text : { &m.text, &m.name }) {
+            if (WireText::isSendable(*text))
+                continue;
+            for (const QString& c : WireText::unsendable(*text))
+                if (!characters.contains(c))
+                    characters.append(c);
+        }
+    }
+    if (characters.isEmpty())
+        return true;
+    fail(BadInput,
+         QStringLiteral("Die SMS wurde nicht versendet. ") + WireText::unsendableNotice(characters)
+             + QStringLiteral("\nMit --transliterate werden sie durch die nächsten einfachen Buchstaben ersetzt "
+                              "(Ł durch L, ś durch s); was keine hat, wie ein Emoji, fällt weg."));
+    return false;
 }
 
 qint32 SendCommand::queryBalance(QString* failure)
@@ -295,6 +329,7 @@ int SendCommand::dryRun()
                      .arg(figures.txtAnzahlSMS)
                      .arg(price);
         for (const QString& part : GatewayRequest::sendMessageParts(m.text, options)) {
+            m_out << QStringLiteral("  Text: ") << WireText::wireForm(part) << '\n';
             if (o.xmlIsServerUsed()) {
                 m_out << QStringLiteral("  Übergabe an den Quellbote Server: ") << o.XmlPfad() << '\n';
                 continue;

@@ -56,6 +56,9 @@ private:
     bool applySendOptions(const SendArguments& a);
     bool readSchedule(const QString& at);
     bool readMessages(const SendArguments& a, const QString& text);
+    // Refuses a text or a name with characters that would arrive as "?", naming them; with
+    // --transliterate they were replaced before.
+    bool checkCharacters(bool transliterated);
     int dryRun();
     int send();
     // The last known balance, -1 when the query failed or the account is unknown.

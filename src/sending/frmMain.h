@@ -30,6 +30,7 @@ class QLineEdit;
 class QTimer;
 class SmsTextEdit;
 class ToolbarButton;
+class UnsendableCharsBar;
 
 class frmMain : public QWidget
 {
@@ -192,6 +193,7 @@ private:
     QLineEdit* txtAnzahlSMS;
     QLineEdit* txtKostenProSMS;
     QList<QWidget*> m_singleModeCounters;
+    UnsendableCharsBar* unsendableChars;
     QWidget* boxReuseLastSMS;
     QLabel* lblReuseText;
     OptionsBar* optionsBar;

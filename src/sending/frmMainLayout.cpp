@@ -2,6 +2,8 @@
 // The main window's controls, their layout, and the wiring of their events.
 #include "MessageSize.h"
 #include "OptionsBar.h"
+#include "UnsendableCharsBar.h"
+#include "WireText.h"
 #include "account/frmHelp.h"
 #include "account/frmNoInternet.h"
 #include "frmMain.h"
@@ -263,6 +265,8 @@ void frmMain::buildControls()
     m_sending = new SendingSession(host, this);
     m_sending->setObjectName(QStringLiteral("sending"));
     iNet = m_sending->transfer();
+    unsendableChars = new UnsendableCharsBar(this);
+    unsendableChars->setObjectName(QStringLiteral("unsendableChars"));
     iNet2 = new Inet(this);
     iNet2->setObjectName(QStringLiteral("iNet2"));
     tm = new QTimer(this);
@@ -320,8 +324,9 @@ void frmMain::buildControls()
     }
     counters->addStretch(1);
     form->addLayout(counters, 4, 1, 1, 2);
-    form->addWidget(optionsBar, 5, 1, 1, 2);
-    form->addWidget(boxReuseLastSMS, 6, 1, 1, 2);
+    form->addWidget(unsendableChars, 5, 1, 1, 2);
+    form->addWidget(optionsBar, 6, 1, 1, 2);
+    form->addWidget(boxReuseLastSMS, 7, 1, 1, 2);
     form->setColumnStretch(2, 1);
     form->setRowStretch(3, 1);
 
@@ -386,6 +391,12 @@ void frmMain::connectHandlers()
         w->installEventFilter(this);
     }
     connect(txtSMS, &QPlainTextEdit::textChanged, this, &frmMain::txtSMS_Change);
+    // Named beside the counters as the user types; one press replaces them by plain letters.
+    connect(txtSMS, &QPlainTextEdit::textChanged, this, [this] { unsendableChars->setText(txtSMS->text()); });
+    connect(unsendableChars, &UnsendableCharsBar::replaceRequested, this, [this] {
+        txtSMS->setText(WireText::transliterate(txtSMS->text()));
+        txtSMS->setFocus();
+    });
     connect(cmbName, &QComboBox::activated, this, &frmMain::cmbName_Click);
     // toggled, as a click does: by the mouse, the keyboard, assistive technology or the program.
     connect(chkPublic, &QCheckBox::toggled, this, &frmMain::chkPublic_Click);

@@ -237,7 +237,14 @@ private slots:
         QTest::newRow("no password at all") << QStringList { u"0171 1234567"_s, u"Hallo"_s } << none << u"password"_s
                                             << 3 << 0 << u"kein Kennwort"_s << 0 << QString() << QString();
         QTest::newRow("dry run") << QStringList { u"--dry-run"_s, u"0171 1234567"_s, u"Hallo"_s } << none << QString()
-                                 << 0 << 4 << QString() << 0 << u"&kennwort=********&"_s << QString();
+                                 << 0 << 5 << QString() << 0 << u"&kennwort=********&"_s << QString();
+        // The gateway takes Windows-1252: what it lacks would arrive as "?".
+        QTest::newRow("characters that can't go out")
+            << QStringList { u"0171 1234567"_s, u"Grüße aus Łódź 😀"_s } << none << QString() << 3 << 0
+            << u"kommen jeweils als „?“ an: Ł, ź, 😀"_s << 0 << QString() << QString();
+        QTest::newRow("characters replaced")
+            << QStringList { u"--dry-run"_s, u"--transliterate"_s, u"0171 1234567"_s, u"Grüße aus Łódź 😀"_s } << none
+            << QString() << 0 << 5 << QString() << 0 << u"  Text: Grüße aus Lódz \n"_s << QString();
         QTest::newRow("balance") << QStringList { u"--balance"_s } << none << QString() << 0 << 1 << QString() << 0
                                  << u"500"_s << QString();
     }
