@@ -423,6 +423,16 @@ private slots:
         QCOMPARE(txtSMS->text(), u"Hallo %name% "_s);
         child<ToolbarButton>("tbReplaceFrei2")->click();
         QCOMPARE(txtSMS->text(), u"Hallo %name% %frei2% "_s);
+        // What can't go out is named by the counters, counted as it goes, and replaced on request.
+        QApplication::clipboard()->setText(u"Grüße aus Łódź 😀"_s);
+        txtSMS->selectAll();
+        txtSMS->paste();
+        QVERIFY(shown("unsendableChars"));
+        QVERIFY(child<QLabel>("lblUnsendable")->text().endsWith(u"Ł, ź, 😀"_s));
+        QCOMPARE(child<QLineEdit>("txtZeichen")->text(), u"16"_s);
+        child<ToolbarButton>("tbTransliterate")->click();
+        QCOMPARE(txtSMS->text(), u"Grüße aus Lódz "_s);
+        QVERIFY(!shown("unsendableChars"));
     }
 
     void hoverHintsComeOnceAndGo()
