@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
+#include "bulk/RunRecord.h"
 #include "bulk/frmMultiSMS.h"
 #include "bulk/frmMultiSMSLog.h"
 #include "settings/cOptionen.h"
+#include "toolkit/FileChooser.h"
 #include "toolkit/Inet.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 
+#include <QAction>
 #include <QDir>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -192,6 +195,55 @@ private slots:
         log()->showNow();
         QCOMPARE(log()->txtLog->toPlainText().count(u"!!!! Nicht versendet an "_s), folderThere ? 0 : 3);
         QVERIFY(m_harness.bodies(SendPath).isEmpty());
+    }
+
+    // A list whose run the program's end cut short offers, opened again, to go on with the rows
+    // that did not go out, with the text the run began with; the row that was on its way goes
+    // only when confirmed.
+    void interruptedListGoesOn_data()
+    {
+        QTest::addColumn<MessageBox::Answer>("unknownAnswer");
+        QTest::addColumn<QStringList>("sent");
+        QTest::newRow("without the row that was on its way")
+            << MessageBox::Answer::No << QStringList { u"0049173 Hallo C"_s };
+        QTest::newRow("with it") << MessageBox::Answer::Yes
+                                 << QStringList { u"0049172 Hallo B"_s, u"0049173 Hallo C"_s };
+    }
+
+    void interruptedListGoesOn()
+    {
+        QFETCH(MessageBox::Answer, unknownAnswer);
+        QFETCH(QStringList, sent);
+        const QString list = m_harness.folder() + u"/kunden.msms"_s;
+        QFile file(list);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("A;0049171;;;\r\nB;0049172;;;\r\nC;0049173;;;\r\n");
+        file.close();
+        RecipientTable rows;
+        QVERIFY(rows.load(list));
+        {
+            RunRecord record(RunRecord::pathFor(rows.rows()));
+            QVERIFY(record.begin(u"Hallo %name%"_s, 3));
+            record.sending(0);
+            record.outcome(0, SendOutcome::State::Sent);
+            record.sending(1);
+        }
+        m_harness.child<ToolbarButton>("tbMultiSMS")->click();
+        m_harness.child<SmsTextEdit>("txtSMS")->setText(u"Ein anderer Text"_s);
+        MessageBoxScript boxes;
+        boxes.answer(MessageBox::Answer::Yes);
+        boxes.answer(unknownAnswer);
+        boxes.answer(MessageBox::Answer::Yes);
+        FileChooser::setHandler([&list](const FileChooser::Dialog&) { return list; });
+        frmMultiSMS::loaded()->findChild<QAction*>(u"open"_s)->trigger();
+        FileChooser::setHandler({});
+        QVERIFY2(boxes.shown().at(0).text.startsWith(u"Der Versand an diese Liste wurde unterbrochen"_s),
+                 qPrintable(boxes.shown().at(0).text));
+        QCOMPARE(boxes.shown().at(2).text,
+                 u"Achtung! Sie versenden eine MassenSMS!\r\nWollen Sie die %1 Nachrichten wirklich versenden?"_s.arg(
+                     sent.size()));
+        QCOMPARE(m_harness.child<SmsTextEdit>("txtSMS")->text(), u"Hallo %name%"_s);
+        QTRY_COMPARE(sentTexts(), sent);
     }
 
     void balanceTest_data()

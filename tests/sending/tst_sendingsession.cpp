@@ -44,10 +44,7 @@ class TestSendingSession : public QObject
     }
 
 private slots:
-    void initTestCase()
-    {
-        ProgramFolder::setPathForTesting(m_folder.path());
-    }
+    void initTestCase() { ProgramFolder::setPathForTesting(m_folder.path()); }
 
     void init()
     {
@@ -98,7 +95,9 @@ private slots:
             QVERIFY(m_service->setFault(SendPath, fault));
 
         SendingSession::Host host;
-        host.messageText = [] { return u"Hallo %name%"_s; };
+        host.messageText = [] {
+            return u"Hallo %name%"_s;
+        };
         SendingSession session(host);
         session.transfer()->setTimeoutMsForTesting(600);
         SendingSession::Send send;
