@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "frmSignaturen.h"
 
+#include "sending/UnsendableCharsBar.h"
+#include "sending/WireText.h"
 #include "toolkit/SmsTextEdit.h"
 
 #include <QGridLayout>
@@ -48,8 +50,15 @@ frmSignaturen::frmSignaturen(QWidget* parent)
     cmdSave->setDefault(true);
 
     // The count includes line breaks, each as two characters.
-    connect(txtSignatur, &QPlainTextEdit::textChanged, this,
-            [this] { txtZeichen->setText(QString::number(txtSignatur->text().size())); });
+    // Counted as it goes on the wire; what can't go out is named, and replaced on request.
+    auto* unsendable = new UnsendableCharsBar(this);
+    unsendable->setObjectName(QStringLiteral("unsendableChars"));
+    connect(txtSignatur, &QPlainTextEdit::textChanged, this, [this, unsendable] {
+        txtZeichen->setText(QString::number(WireText::wireLength(txtSignatur->text())));
+        unsendable->setText(txtSignatur->text());
+    });
+    connect(unsendable, &UnsendableCharsBar::replaceRequested, this,
+            [this] { txtSignatur->setText(WireText::transliterate(txtSignatur->text())); });
     connect(cmdSave, &QPushButton::clicked, this, &QDialog::accept);
 
     auto* layout = new QGridLayout(this);
@@ -59,6 +68,7 @@ frmSignaturen::frmSignaturen(QWidget* parent)
     layout->addWidget(label6, 2, 0);
     layout->addWidget(txtZeichen, 2, 1, Qt::AlignLeft);
     layout->addWidget(cmdSave, 2, 2, Qt::AlignRight);
+    layout->addWidget(unsendable, 3, 1, 1, 2);
     resize(440, 300);
     txtZeichen->setText(QStringLiteral("0"));
 }
@@ -72,7 +82,7 @@ bool frmSignaturen::showEdit(QWidget* owner, const QString& current, QString* te
 {
     frmSignaturen window(owner);
     window.txtSignatur->setText(current);
-    window.txtZeichen->setText(QString::number(window.txtSignatur->text().size()));
+    window.txtZeichen->setText(QString::number(WireText::wireLength(window.txtSignatur->text())));
     // Closing by the frame discards the text.
     if (window.exec() != QDialog::Accepted)
         return false;
