@@ -25,6 +25,9 @@
 
 using namespace Qt::StringLiterals;
 
+// Where a stored coordinate puts the window.
+enum Where { Stored, Centred, AtTheEdge };
+
 class TestStartup : public QObject
 {
     Q_OBJECT
@@ -122,33 +125,40 @@ private slots:
     {
         QTest::addColumn<QString>("x");
         QTest::addColumn<QString>("y");
-        QTest::addColumn<bool>("xCentred");
-        QTest::addColumn<bool>("yCentred");
-        QTest::newRow("stored position") << u"7"_s << u"9"_s << false << false;
-        QTest::newRow("decimal text of a float") << u"7.5"_s << u"9"_s << false << false;
-        QTest::newRow("negative x centres x only") << u"-100"_s << u"9"_s << true << false;
-        QTest::newRow("text x centres x only") << u"abc"_s << u"9"_s << true << false;
-        QTest::newRow("missing y centres y only") << u"7"_s << QString() << false << true;
-        QTest::newRow("x beyond an int centres x only") << u"1e12"_s << u"9"_s << true << false;
+        QTest::addColumn<int>("xAt");
+        QTest::addColumn<int>("yAt");
+        QTest::newRow("stored position") << u"7"_s << u"9"_s << int(Stored) << int(Stored);
+        QTest::newRow("decimal text of a float") << u"7.5"_s << u"9"_s << int(Stored) << int(Stored);
+        QTest::newRow("negative x centres x only") << u"-100"_s << u"9"_s << int(Centred) << int(Stored);
+        QTest::newRow("text x centres x only") << u"abc"_s << u"9"_s << int(Centred) << int(Stored);
+        QTest::newRow("missing y centres y only") << u"7"_s << QString() << int(Stored) << int(Centred);
+        QTest::newRow("x beyond an int centres x only") << u"1e12"_s << u"9"_s << int(Centred) << int(Stored);
+        // Stored on a larger screen: the window comes whole onto this one.
+        QTest::newRow("beyond the screen's right edge") << u"2200"_s << u"9"_s << int(AtTheEdge) << int(Stored);
+        QTest::newRow("below the screen") << u"7"_s << u"1300"_s << int(Stored) << int(AtTheEdge);
     }
 
     void position()
     {
         QFETCH(QString, x);
         QFETCH(QString, y);
-        QFETCH(bool, xCentred);
-        QFETCH(bool, yCentred);
+        QFETCH(int, xAt);
+        QFETCH(int, yAt);
         TestStore::put(u"x"_s, x);
         if (!y.isNull())
             TestStore::put(u"y"_s, y);
         const Loaded loaded;
         const QRect screen = loaded.main->screen()->geometry();
+        const QSize size = loaded.main->frameGeometry().size();
+        const auto expected = [](int where, int stored, int screenLength, int length) {
+            return where == Stored ? stored : where == Centred ? screenLength / 2 - length / 2 : screenLength - length;
+        };
         // The frame is not known before the window shows; a few pixels of it may differ.
         const QPoint at = loaded.main->pos();
-        const int centreX = screen.width() / 2 - loaded.main->frameGeometry().width() / 2;
-        const int centreY = screen.height() / 2 - loaded.main->frameGeometry().height() / 2;
-        QVERIFY2(qAbs(at.x() - (xCentred ? centreX : 7)) <= 4, qPrintable(QString::number(at.x())));
-        QVERIFY2(qAbs(at.y() - (yCentred ? centreY : 9)) <= 4, qPrintable(QString::number(at.y())));
+        QVERIFY2(qAbs(at.x() - expected(xAt, 7, screen.width(), size.width())) <= 4,
+                 qPrintable(QString::number(at.x())));
+        QVERIFY2(qAbs(at.y() - expected(yAt, 9, screen.height(), size.height())) <= 4,
+                 qPrintable(QString::number(at.y())));
     }
 
     // What the window held comes back at the next start. Closed maximised, it keeps the position
