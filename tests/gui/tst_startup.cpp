@@ -8,6 +8,7 @@
 #include "sending/mStarter.h"
 #include "settings/cOptionen.h"
 #include "toolkit/SmsTextEdit.h"
+#include "toolkit/TextContrast.h"
 #include "toolkit/ToolbarButton.h"
 #include "toolkit/frmMinimizeWarning.h"
 #include "toolkit/mTrayIcon.h"
@@ -19,6 +20,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
@@ -311,6 +313,40 @@ private slots:
         QVERIFY(!lblHeader->isVisibleTo(loaded.main.get()));
         QVERIFY(!loaded.child<QLabel>("lblHeaderInfo")->isVisibleTo(loaded.main.get()));
         QCOMPARE(loaded.child<QLabel>("lblCopyright")->text(), u"© Beispiel GmbH"_s);
+    }
+
+    // The header's default colour (that of a window's background) and a light theme background
+    // would leave a dark desktop's texts unreadable; there they give way to readable ones.
+    void brandingReadsOnADarkDesktop_data()
+    {
+        QTest::addColumn<QByteArray>("oem");
+        QTest::newRow("designed colours") << QByteArray("[Strings]\r\nCopyright=Beispiel GmbH\r\n");
+        QTest::newRow("white background, red header")
+            << QByteArray("[Colors]\r\nBackground=16777215\r\nHeader=255\r\nHeaderInfo=255\r\n");
+    }
+
+    void brandingReadsOnADarkDesktop()
+    {
+        QFETCH(QByteArray, oem);
+        writeOem(oem);
+        const QPalette light = QApplication::palette();
+        QPalette dark(QColor(0x31, 0x36, 0x3B), QColor(0x2A, 0x2E, 0x32));
+        for (const QPalette::ColorRole role : { QPalette::WindowText, QPalette::Text, QPalette::ButtonText })
+            dark.setColor(role, QColor(0xFC, 0xFC, 0xFC));
+        dark.setColor(QPalette::Base, QColor(0x1B, 0x1E, 0x20));
+        QApplication::setPalette(dark);
+        const auto restore = qScopeGuard([&light] { QApplication::setPalette(light); });
+        const Loaded loaded;
+        const auto contrast = [](const QColor& a, const QColor& b) {
+            return TextContrast::ratio(a.rgb() & 0xFFFFFF, b.rgb() & 0xFFFFFF);
+        };
+        // The lighter end of the header's blue band.
+        for (const char* name : { "lblHeader", "lblHeaderInfo" }) {
+            const QColor text = loaded.child<QLabel>(name)->palette().color(QPalette::WindowText);
+            QVERIFY2(contrast(text, QColor(0x2b, 0x6c, 0xb0)) >= TextContrast::Readable, name);
+        }
+        const QPalette window = loaded.main->palette();
+        QVERIFY(contrast(window.color(QPalette::WindowText), window.color(QPalette::Window)) >= TextContrast::Readable);
     }
 };
 
