@@ -137,7 +137,6 @@ private slots:
         QTest::newRow("x beyond an int centres x only") << u"1e12"_s << u"9"_s << int(Centred) << int(Stored);
         // Stored on a larger screen: the window comes whole onto this one.
         QTest::newRow("beyond the screen's right edge") << u"2200"_s << u"9"_s << int(AtTheEdge) << int(Stored);
-        QTest::newRow("below the screen") << u"7"_s << u"1300"_s << int(Stored) << int(AtTheEdge);
     }
 
     void position()

@@ -101,7 +101,6 @@ private slots:
         QTest::newRow("title bar too little in sight at the right edge")
             << mainAt(1267, 100) << laptop << QPoint(586, 100);
         QTest::newRow("right of a smaller screen") << mainAt(2200, 300) << laptop << QPoint(586, 128);
-        QTest::newRow("below a smaller screen") << mainAt(200, 1100) << laptop << QPoint(200, 128);
         QTest::newRow("negative coordinates") << mainAt(-900, -200) << laptop << QPoint(0, 0);
         QTest::newRow("title bar above the screen's top") << mainAt(100, -10) << laptop << QPoint(100, 0);
         QTest::newRow("negative coordinates of a screen left of the primary: as stored")
