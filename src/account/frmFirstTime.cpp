@@ -35,7 +35,10 @@ const QString MissingFields = QStringLiteral("Bitte füllen Sie alle rot markier
 QLabel* star(QWidget* parent)
 {
     auto* label = new QLabel(QStringLiteral("*"), parent);
-    label->setStyleSheet(QStringLiteral("color: rgb(192, 0, 0); font-weight: bold;"));
+    // Dark red, or a light red where the desktop is dark.
+    const QColor red = FieldColors::warningTextColour(parent->palette());
+    label->setStyleSheet(
+        QStringLiteral("color: rgb(%1, %2, %3); font-weight: bold;").arg(red.red()).arg(red.green()).arg(red.blue()));
     label->setToolTip(QStringLiteral("Dies ist ein Pflichtfeld und muss ausgefüllt werden."));
     return label;
 }

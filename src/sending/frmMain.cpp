@@ -33,6 +33,7 @@
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 #include "toolkit/VbColor.h"
+#include "toolkit/WindowPlacement.h"
 #include "toolkit/frmMinimizeWarning.h"
 #include "toolkit/mTrayIcon.h"
 
@@ -222,7 +223,19 @@ void frmMain::restorePosition()
     double y = tools::NumericValue(readSession(u"y"), &ok);
     if (!ok || y < 0 || y > beyond)
         y = screen.height() / 2 - size.height() / 2;
-    move(int(x), int(y));
+    // A place stored on a screen that is gone, or larger than this one, would leave the window
+    // out of reach; where its title bar lies on no present screen it comes onto the nearest.
+    QList<QRect> screens;
+    for (const QScreen* present : QGuiApplication::screens()) {
+        if (present == QGuiApplication::primaryScreen())
+            screens.prepend(present->availableGeometry());
+        else
+            screens.append(present->availableGeometry());
+    }
+    // The title bar is only known once the window shows; until then the style's height stands for it.
+    const int titleBar = geometry().top() > frameGeometry().top() ? geometry().top() - frameGeometry().top()
+                                                                  : style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    move(WindowPlacement::ontoScreens(QRect(QPoint(int(x), int(y)), size), titleBar, screens).topLeft());
 }
 
 void frmMain::restoreSession()

@@ -16,6 +16,7 @@
 #include "toolkit/OpenInBrowser.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
+#include "toolkit/mMoveEvent.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -334,6 +335,9 @@ void frmMain::buildControls()
     for (ToolbarButton* b :
          { tbSend, tbTerminversand, tbMultiSMS, tbPhonebook, tbAddressBook, tbOptions, tbHelp, tbAdmin })
         buttons->addWidget(b);
+    // Side windows stand beside the window, and on a narrow screen over its edge, but never over these.
+    mMoveEvent::keepUncovered(
+        this, { tbSend, tbTerminversand, tbMultiSMS, tbPhonebook, tbAddressBook, tbOptions, tbHelp, tbAdmin });
     buttons->addSpacing(8);
     buttons->addWidget(boxSignaturen, 1);
 

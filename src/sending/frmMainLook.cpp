@@ -5,6 +5,7 @@
 #include "settings/ProductName.h"
 #include "settings/ProgramFolder.h"
 #include "toolkit/CTooltip.h"
+#include "toolkit/FieldColors.h"
 #include "toolkit/ToolbarButton.h"
 #include "toolkit/VbColor.h"
 
@@ -12,34 +13,54 @@
 #include <QLabel>
 #include <QListWidget>
 
+namespace {
+// The lighter end of the designed header band, where light text reads worst.
+const QColor BandLighterEnd(0x2b, 0x6c, 0xb0);
+} // namespace
+
 void frmMain::LoadTheme()
 {
     const OemTheme theme = OemTheme::read();
     if (!theme.fileExists)
         return;
+    bool designedBand = true;
     if (!theme.headerPicture.isEmpty()) {
         // A picture that can't be loaded keeps the designed header.
         const QPixmap picture(ProgramFolder::path() + u'/' + theme.headerPicture);
         if (!picture.isNull()) {
+            designedBand = false;
             QPalette palette = header->palette();
             palette.setBrush(QPalette::Window, picture);
             header->setPalette(palette);
             header->setAutoFillBackground(true);
         }
     }
-    const auto textColor = [](QLabel* label, const std::optional<qint64>& value) {
+    // The header's colours are system colours by default (that of a window's background), white on
+    // the blue band of a light desktop; a dark desktop's would vanish on it, so there they give way
+    // to a readable one. On a branding picture they stay as given.
+    const auto textColor = [this, designedBand](QLabel* label, const std::optional<qint64>& value) {
         if (!value)
             return;
+        QColor colour = VbColor::toQColor(*value);
+        if (designedBand)
+            colour = FieldColors::textOn(BandLighterEnd, colour, palette());
         QPalette palette = label->palette();
-        palette.setColor(QPalette::WindowText, VbColor::toQColor(*value));
+        palette.setColor(QPalette::WindowText, colour);
         label->setPalette(palette);
     };
     textColor(lblHeader, theme.headerColor);
     textColor(lblHeaderInfo, theme.headerInfoColor);
     if (theme.backgroundColor) {
         const QColor background = VbColor::toQColor(*theme.backgroundColor);
-        QPalette palette = this->palette();
+        const QPalette desktop = this->palette();
+        QPalette palette = desktop;
         palette.setColor(QPalette::Window, background);
+        // The desktop's text stays readable on the theme's background.
+        const QColor text = FieldColors::textOn(background, desktop.color(QPalette::WindowText), desktop);
+        if (text != palette.color(QPalette::WindowText)) {
+            for (const QPalette::ColorGroup group : { QPalette::Active, QPalette::Inactive })
+                palette.setColor(group, QPalette::WindowText, text);
+        }
         setPalette(palette);
         setAutoFillBackground(true);
         for (QWidget* w :

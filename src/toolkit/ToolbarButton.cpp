@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ToolbarButton.h"
 
+#include "FieldColors.h"
+
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QKeyEvent>
@@ -124,7 +126,14 @@ void ToolbarButton::paintEvent(QPaintEvent*)
     }
     if (!picture.isNull())
         picture.paint(&painter, pictureRect, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
-    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
+    // A back colour of the window's own (white, light blue) keeps its caption readable where the
+    // desktop's button text is light.
+    if (isEnabled()) {
+        painter.setPen(
+            FieldColors::textOn(m_backColor, palette().color(QPalette::Active, QPalette::ButtonText), palette()));
+    } else {
+        painter.setPen(palette().color(QPalette::Disabled, QPalette::ButtonText));
+    }
     painter.drawText(textRect,
                      (m_arrangement == Arrangement::PictureLeft ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter,
                      text());

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "mMoveEvent.h"
 
+#include "WindowPlacement.h"
+
 #include <QEvent>
 #include <QPointer>
 #include <QScreen>
@@ -8,6 +10,52 @@
 
 namespace mMoveEvent {
 namespace {
+const auto CommandsName = QStringLiteral("mMoveEventCommands");
+
+// The controls of a main window that side windows keep clear of; a child of the main window.
+class Commands : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Commands(QWidget* mainWindow)
+        : QObject(mainWindow)
+    {
+        setObjectName(CommandsName);
+    }
+    QList<QPointer<QWidget>> widgets;
+};
+
+// Where the commands stand on the desktop now; empty where the main window has none.
+QRect commandsRect(const QWidget* mainWindow)
+{
+    QRect united;
+    const auto* commands = mainWindow->findChild<Commands*>(CommandsName, Qt::FindDirectChildrenOnly);
+    if (!commands)
+        return united;
+    for (const QWidget* w : commands->widgets) {
+        if (w && !w->isHidden())
+            united |= QRect(mainWindow->geometry().topLeft() + w->mapTo(mainWindow, QPoint(0, 0)), w->size());
+    }
+    return united;
+}
+
+// The side window's frame; before it has ever been shown its frame is not known yet, and is
+// taken to be as thick as the main window's.
+QSize sideFrameSize(const QWidget* mainWindow, const QWidget* sideWindow)
+{
+    const QSize frame = sideWindow->frameGeometry().size();
+    if (frame != sideWindow->size())
+        return frame;
+    return frame + (mainWindow->frameGeometry().size() - mainWindow->size());
+}
+
+QRect screenArea(const QWidget* mainWindow)
+{
+    const QScreen* screen = mainWindow->screen();
+    return screen ? screen->availableGeometry() : QRect();
+}
+
 // Watches the main window's moves; it is a child of the side window, so it goes with it.
 class Follower : public QObject
 {
@@ -32,8 +80,14 @@ public:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (watched == m_main && event->type() == QEvent::Move && m_side)
-            placeBeside(m_main, m_side);
+        // The main window stays where the user has put it; only the side window follows.
+        if (watched == m_main && event->type() == QEvent::Move && m_side) {
+            const QRect area = screenArea(m_main);
+            const QRect frame = m_main->frameGeometry();
+            m_side->move(area.isValid() ? WindowPlacement::followMain(area, frame, sideFrameSize(m_main, m_side),
+                                                                      commandsRect(m_main))
+                                        : QPoint(frame.right() + 1, frame.top()));
+        }
         return false;
     }
 
@@ -66,20 +120,30 @@ void removeHook(QWidget* mainWindow, QWidget* sideWindow)
         delete followerOf(mainWindow, sideWindow);
 }
 
-void placeBeside(const QWidget* mainWindow, QWidget* sideWindow)
+void placeBeside(QWidget* mainWindow, QWidget* sideWindow)
 {
     // Positions of windows include their frames, as the user sees them.
     const QRect frame = mainWindow->frameGeometry();
-    QPoint at(frame.left() + frame.width(), frame.top());
-    // Where the place beside doesn't fit on the screen, the side window stays whole on it, as
-    // near to that place as it can be, and goes on following.
-    if (const QScreen* screen = mainWindow->screen()) {
-        const QRect area = screen->availableGeometry();
-        const QSize size = sideWindow->frameGeometry().size();
-        at.setX(qMax(area.left(), qMin(at.x(), area.left() + area.width() - size.width())));
-        at.setY(qMax(area.top(), qMin(at.y(), area.top() + area.height() - size.height())));
+    const QRect area = screenArea(mainWindow);
+    if (!area.isValid()) {
+        sideWindow->move(frame.right() + 1, frame.top());
+        return;
     }
-    sideWindow->move(at);
+    const WindowPlacement::Pair pair
+        = WindowPlacement::besideMain(area, frame, sideFrameSize(mainWindow, sideWindow), commandsRect(mainWindow));
+    if (pair.main != frame.topLeft())
+        mainWindow->move(pair.main);
+    sideWindow->move(pair.side);
+}
+
+void keepUncovered(QWidget* mainWindow, const QList<QWidget*>& commands)
+{
+    auto* kept = mainWindow->findChild<Commands*>(CommandsName, Qt::FindDirectChildrenOnly);
+    if (!kept)
+        kept = new Commands(mainWindow); // owned by mainWindow
+    kept->widgets.clear();
+    for (QWidget* w : commands)
+        kept->widgets << w;
 }
 
 } // namespace mMoveEvent

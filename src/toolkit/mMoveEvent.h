@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Side windows that stand at the main window's right edge and follow it: whenever the main
 // window moves, the side window moves so that its left edge is the main window's right edge and
-// its top the main window's top (or as near as the screen allows). Its size stays, and a hidden
-// side window moves too.
+// its top the main window's top, as far as the screen allows and never over the main window's
+// command buttons. Its size stays, and a hidden side window moves too.
 #pragma once
+
+#include <QList>
 
 class QWidget;
 
@@ -12,7 +14,11 @@ namespace mMoveEvent {
 // The hook ends by itself when either window is destroyed.
 bool installHook(QWidget* mainWindow, QWidget* sideWindow);
 void removeHook(QWidget* mainWindow, QWidget* sideWindow);
-// Puts sideWindow at the right edge of mainWindow, as a move of the main window does; moved
-// back onto the screen as far as it would stand beyond it.
-void placeBeside(const QWidget* mainWindow, QWidget* sideWindow);
+// Puts sideWindow at the right edge of mainWindow. Where it doesn't fit there, mainWindow moves
+// left until both stand whole side by side; only a screen too narrow for both lets the side
+// window overlap mainWindow, and then not over its commands.
+void placeBeside(QWidget* mainWindow, QWidget* sideWindow);
+// The controls of mainWindow that a side window never covers: the commands the user needs at
+// hand whatever stands beside the window.
+void keepUncovered(QWidget* mainWindow, const QList<QWidget*>& commands);
 } // namespace mMoveEvent

@@ -297,29 +297,42 @@ private slots:
         QCOMPARE(m_harness.child<QLineEdit>("txtNummer")->text(), numbers.at(1));
     }
 
-    // At the main window's right edge where it fits on the screen (1600 pixels wide); where it
-    // doesn't, as a first start centres the main window, at the screen's right edge, whole.
+    // Opened beside the centred main window (the screen is 1600 pixels wide), the pair moves left
+    // so that both stand whole side by side, of one height. Moved, the main window stays where it
+    // is put and the editor follows: at its right edge where that fits on the screen, and never
+    // over its command buttons.
     void sideWindowFollowsTheMainWindow_data()
     {
-        QTest::addColumn<int>("mainLeft");
-        QTest::addColumn<bool>("fits");
-        QTest::newRow("room beside") << 20 << true;
-        QTest::newRow("centred, no room beside") << -1 << false;
+        QTest::addColumn<bool>("againstTheEdge");
+        QTest::newRow("room beside") << false;
+        QTest::newRow("main window against the screen's right edge") << true;
     }
 
     void sideWindowFollowsTheMainWindow()
     {
-        QFETCH(int, mainLeft);
-        QFETCH(bool, fits);
+        QFETCH(bool, againstTheEdge);
         frmMain* main = m_harness.main();
         const QRect screen = main->screen()->availableGeometry();
-        main->move(mainLeft >= 0 ? mainLeft : (screen.width() - main->frameGeometry().width()) / 2, 120);
+        QCOMPARE(m_window->frameGeometry().topLeft(), main->frameGeometry().topRight() + QPoint(1, 0));
+        QCOMPARE(m_window->frameGeometry().height(), main->frameGeometry().height());
+        QVERIFY(screen.contains(main->frameGeometry()));
+        QVERIFY(screen.contains(m_window->frameGeometry()));
+        main->move(againstTheEdge ? screen.right() + 1 - main->frameGeometry().width() : 20, 120);
         main->move(main->pos() + QPoint(0, 21));
         const QRect frame = main->frameGeometry();
+        QCOMPARE(frame.topLeft(), QPoint(againstTheEdge ? screen.right() + 1 - frame.width() : 20, 141));
         QTRY_COMPARE(m_window->frameGeometry().top(), frame.top());
-        QCOMPARE(m_window->frameGeometry().left(),
-                 fits ? frame.right() + 1 : screen.right() + 1 - m_window->frameGeometry().width());
-        QVERIFY(screen.contains(m_window->frameGeometry()));
+        if (againstTheEdge) {
+            for (const char* name : { "tbSend", "tbTerminversand", "tbMultiSMS", "tbAdmin" }) {
+                auto* button = m_harness.child<ToolbarButton>(name);
+                QVERIFY2(
+                    !m_window->frameGeometry().intersects(QRect(button->mapToGlobal(QPoint(0, 0)), button->size())),
+                    name);
+            }
+            QVERIFY(m_window->frameGeometry().left() <= frame.right() + 1);
+        } else {
+            QCOMPARE(m_window->frameGeometry().left(), frame.right() + 1);
+        }
         m_harness.child<ToolbarButton>("tbMultiSMS")->click();
         QVERIFY(!m_window->isVisible());
         m_window->table().addRow(u"Bleibt"_s, u"0049"_s, {}, {});

@@ -8,6 +8,7 @@
 #include "sending/mStarter.h"
 #include "settings/cOptionen.h"
 #include "toolkit/SmsTextEdit.h"
+#include "toolkit/TextContrast.h"
 #include "toolkit/ToolbarButton.h"
 #include "toolkit/frmMinimizeWarning.h"
 #include "toolkit/mTrayIcon.h"
@@ -19,11 +20,15 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
+
+// Where a stored coordinate puts the window.
+enum Where { Stored, Centred, AtTheEdge };
 
 class TestStartup : public QObject
 {
@@ -122,33 +127,39 @@ private slots:
     {
         QTest::addColumn<QString>("x");
         QTest::addColumn<QString>("y");
-        QTest::addColumn<bool>("xCentred");
-        QTest::addColumn<bool>("yCentred");
-        QTest::newRow("stored position") << u"7"_s << u"9"_s << false << false;
-        QTest::newRow("decimal text of a float") << u"7.5"_s << u"9"_s << false << false;
-        QTest::newRow("negative x centres x only") << u"-100"_s << u"9"_s << true << false;
-        QTest::newRow("text x centres x only") << u"abc"_s << u"9"_s << true << false;
-        QTest::newRow("missing y centres y only") << u"7"_s << QString() << false << true;
-        QTest::newRow("x beyond an int centres x only") << u"1e12"_s << u"9"_s << true << false;
+        QTest::addColumn<int>("xAt");
+        QTest::addColumn<int>("yAt");
+        QTest::newRow("stored position") << u"7"_s << u"9"_s << int(Stored) << int(Stored);
+        QTest::newRow("decimal text of a float") << u"7.5"_s << u"9"_s << int(Stored) << int(Stored);
+        QTest::newRow("negative x centres x only") << u"-100"_s << u"9"_s << int(Centred) << int(Stored);
+        QTest::newRow("text x centres x only") << u"abc"_s << u"9"_s << int(Centred) << int(Stored);
+        QTest::newRow("missing y centres y only") << u"7"_s << QString() << int(Stored) << int(Centred);
+        QTest::newRow("x beyond an int centres x only") << u"1e12"_s << u"9"_s << int(Centred) << int(Stored);
+        // Stored on a larger screen: the window comes whole onto this one.
+        QTest::newRow("beyond the screen's right edge") << u"2200"_s << u"9"_s << int(AtTheEdge) << int(Stored);
     }
 
     void position()
     {
         QFETCH(QString, x);
         QFETCH(QString, y);
-        QFETCH(bool, xCentred);
-        QFETCH(bool, yCentred);
+        QFETCH(int, xAt);
+        QFETCH(int, yAt);
         TestStore::put(u"x"_s, x);
         if (!y.isNull())
             TestStore::put(u"y"_s, y);
         const Loaded loaded;
         const QRect screen = loaded.main->screen()->geometry();
+        const QSize size = loaded.main->frameGeometry().size();
+        const auto expected = [](int where, int stored, int screenLength, int length) {
+            return where == Stored ? stored : where == Centred ? screenLength / 2 - length / 2 : screenLength - length;
+        };
         // The frame is not known before the window shows; a few pixels of it may differ.
         const QPoint at = loaded.main->pos();
-        const int centreX = screen.width() / 2 - loaded.main->frameGeometry().width() / 2;
-        const int centreY = screen.height() / 2 - loaded.main->frameGeometry().height() / 2;
-        QVERIFY2(qAbs(at.x() - (xCentred ? centreX : 7)) <= 4, qPrintable(QString::number(at.x())));
-        QVERIFY2(qAbs(at.y() - (yCentred ? centreY : 9)) <= 4, qPrintable(QString::number(at.y())));
+        QVERIFY2(qAbs(at.x() - expected(xAt, 7, screen.width(), size.width())) <= 4,
+                 qPrintable(QString::number(at.x())));
+        QVERIFY2(qAbs(at.y() - expected(yAt, 9, screen.height(), size.height())) <= 4,
+                 qPrintable(QString::number(at.y())));
     }
 
     // What the window held comes back at the next start. Closed maximised, it keeps the position
@@ -301,6 +312,40 @@ private slots:
         QVERIFY(!lblHeader->isVisibleTo(loaded.main.get()));
         QVERIFY(!loaded.child<QLabel>("lblHeaderInfo")->isVisibleTo(loaded.main.get()));
         QCOMPARE(loaded.child<QLabel>("lblCopyright")->text(), u"© Beispiel GmbH"_s);
+    }
+
+    // The header's default colour (that of a window's background) and a light theme background
+    // would leave a dark desktop's texts unreadable; there they give way to readable ones.
+    void brandingReadsOnADarkDesktop_data()
+    {
+        QTest::addColumn<QByteArray>("oem");
+        QTest::newRow("designed colours") << QByteArray("[Strings]\r\nCopyright=Beispiel GmbH\r\n");
+        QTest::newRow("white background, red header")
+            << QByteArray("[Colors]\r\nBackground=16777215\r\nHeader=255\r\nHeaderInfo=255\r\n");
+    }
+
+    void brandingReadsOnADarkDesktop()
+    {
+        QFETCH(QByteArray, oem);
+        writeOem(oem);
+        const QPalette light = QApplication::palette();
+        QPalette dark(QColor(0x31, 0x36, 0x3B), QColor(0x2A, 0x2E, 0x32));
+        for (const QPalette::ColorRole role : { QPalette::WindowText, QPalette::Text, QPalette::ButtonText })
+            dark.setColor(role, QColor(0xFC, 0xFC, 0xFC));
+        dark.setColor(QPalette::Base, QColor(0x1B, 0x1E, 0x20));
+        QApplication::setPalette(dark);
+        const auto restore = qScopeGuard([&light] { QApplication::setPalette(light); });
+        const Loaded loaded;
+        const auto contrast = [](const QColor& a, const QColor& b) {
+            return TextContrast::ratio(a.rgb() & 0xFFFFFF, b.rgb() & 0xFFFFFF);
+        };
+        // The lighter end of the header's blue band.
+        for (const char* name : { "lblHeader", "lblHeaderInfo" }) {
+            const QColor text = loaded.child<QLabel>(name)->palette().color(QPalette::WindowText);
+            QVERIFY2(contrast(text, QColor(0x2b, 0x6c, 0xb0)) >= TextContrast::Readable, name);
+        }
+        const QPalette window = loaded.main->palette();
+        QVERIFY(contrast(window.color(QPalette::WindowText), window.color(QPalette::Window)) >= TextContrast::Readable);
     }
 };
 

@@ -1,16 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "toolkit/CTooltip.h"
+#include "toolkit/FieldColors.h"
 #include "toolkit/SmsTextEdit.h"
+#include "toolkit/TextContrast.h"
 #include "toolkit/ToolbarButton.h"
 
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
-// The toolkit's own widgets: flat buttons, balloon hints and the message box.
+// The toolkit's own widgets: flat buttons, marked fields, balloon hints and the message box.
 class TestWidgets : public QObject
 {
     Q_OBJECT
@@ -31,7 +37,65 @@ class TestWidgets : public QObject
 
     static QLabel* tipText(const CTooltip& tip) { return tip.tipWindow()->findChild<QLabel*>(u"tipText"_s); }
 
+    // The most that any pixel of what a widget shows stands out from its background: the text's.
+    static double strongestContrast(QWidget* widget, const QRect& area, const QColor& background)
+    {
+        const QImage image = widget->grab(area).toImage();
+        double strongest = 1;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                strongest
+                    = qMax(strongest, TextContrast::ratio(image.pixel(x, y) & 0xFFFFFF, background.rgb() & 0xFFFFFF));
+        }
+        return strongest;
+    }
+
 private slots:
+    // On a dark desktop, the desktop's light text painted on the program's own light backgrounds
+    // turns dark enough to read.
+    void darkDesktopTextStaysReadable_data()
+    {
+        QTest::addColumn<bool>("field");
+        QTest::addColumn<QColor>("background");
+        QTest::newRow("field in error") << true << FieldColors::LightRed;
+        QTest::newRow("fields that differ") << true << FieldColors::LightYellow;
+        QTest::newRow("chosen pane's button") << false << QColor(0xCB, 0xD7, 0xFF);
+        QTest::newRow("pane's button") << false << QColor(Qt::white);
+    }
+
+    void darkDesktopTextStaysReadable()
+    {
+        QFETCH(bool, field);
+        QFETCH(QColor, background);
+        const QPalette light = QApplication::palette();
+        QPalette dark(QColor(0x31, 0x36, 0x3B), QColor(0x2A, 0x2E, 0x32));
+        for (const QPalette::ColorRole role : { QPalette::WindowText, QPalette::Text, QPalette::ButtonText })
+            dark.setColor(role, QColor(0xFC, 0xFC, 0xFC));
+        dark.setColor(QPalette::Base, QColor(0x1B, 0x1E, 0x20));
+        QApplication::setPalette(dark);
+        const auto restore = qScopeGuard([&light] { QApplication::setPalette(light); });
+        std::unique_ptr<QWidget> widget;
+        if (field) {
+            auto* edit = new QLineEdit(u"Fehler"_s);
+            widget.reset(edit);
+            // No cursor, which is not text.
+            edit->setFocusPolicy(Qt::NoFocus);
+            FieldColors::setBackground(edit, background);
+        } else {
+            auto* button = new TreeButton;
+            widget.reset(button);
+            button->setCaption(u"Kontodaten"_s);
+            button->setThemedBackColor(background);
+        }
+        widget->resize(widget->sizeHint().expandedTo(QSize(120, 30)));
+        widget->show();
+        QVERIFY(QTest::qWaitForWindowExposed(widget.get()));
+        // Inside the frame, where only the text stands on the background.
+        const QRect area = widget->rect().adjusted(4, 4, -4, -4);
+        QVERIFY2(strongestContrast(widget.get(), area, background) >= TextContrast::Readable,
+                 qPrintable(QString::number(strongestContrast(widget.get(), area, background))));
+    }
+
     void keyboardActivationAndAccessibleName_data()
     {
         QTest::addColumn<int>("key");
