@@ -13,6 +13,7 @@
 #include "settings/CUrlStore.h"
 #include "settings/ProductName.h"
 #include "settings/cOptionen.h"
+#include "toolkit/FieldColors.h"
 #include "toolkit/Inet.h"
 #include "toolkit/MessageBox.h"
 #include "toolkit/SmsTextEdit.h"
@@ -249,7 +250,7 @@ void frmMain::refreshCredits()
     // The colour of an enabled label; a disabled one ("nicht angemeldet") is drawn greyed.
     QPalette palette = lblCredits->palette();
     const QColor colour = state.colour == GatewayAnswer::CreditsColour::DarkRed
-        ? QColor(192, 0, 0)
+        ? FieldColors::warningTextColour(this->palette())
         : this->palette().color(QPalette::ButtonText);
     for (const QPalette::ColorGroup group : { QPalette::Active, QPalette::Inactive })
         palette.setColor(group, QPalette::WindowText, colour);
