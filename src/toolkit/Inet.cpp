@@ -242,6 +242,9 @@ QString transferFailureText(int error, int httpStatus, const QString& reason, co
     case QNetworkReply::ConnectionRefusedError:
         return QStringLiteral("Keine Verbindung zum Server: Die Verbindung wurde abgelehnt.");
     case QNetworkReply::RemoteHostClosedError:
+    // Qt wanted to send the request a second time after the server closed without an answer; the
+    // program's request bodies don't allow that.
+    case QNetworkReply::ContentReSendError:
         return QStringLiteral("Der Server hat die Verbindung ohne Antwort geschlossen.");
     case QNetworkReply::HostNotFoundError:
         return QStringLiteral("Keine Verbindung zum Server: Der Server wurde nicht gefunden.");
