@@ -483,21 +483,13 @@ void SendCommand::tell(const SendingSession::Delivery& d)
 void SendCommand::report(const SendingSession::Outcome& outcome)
 {
     using SendOutcome::State;
-    const auto rank = [](State s) {
-        switch (s) {
-        case State::Unknown:
-            return 3;
-        case State::Unreached:
-            return 2;
-        case State::Refused:
-            return 1;
-        default:
-            return 0;
-        }
-    };
-    static constexpr Exit exits[] = { Sent, Refused, Unreachable, Unknown };
-    if (rank(outcome.state) > rank(stateOfExit(m_worst)))
-        m_worst = exits[rank(outcome.state)];
+    // The exit statuses of the outcomes rise with their weight: unknown before not reached before
+    // refused.
+    const Exit exit = outcome.state == State::Unknown ? Unknown
+        : outcome.state == State::Unreached           ? Unreachable
+        : outcome.state == State::Refused             ? Refused
+                                                      : Sent;
+    m_worst = std::max(m_worst, exit);
     if (outcome.state == State::Skipped && !m_json) {
         m_out << QStringLiteral("%1 (%2): %3").arg(outcome.name, outcome.number, outcome.answer) << '\n' << Qt::flush;
         return;
@@ -517,20 +509,6 @@ void SendCommand::report(const SendingSession::Outcome& outcome)
     if (outcome.row >= 0)
         line.insert(QStringLiteral("row"), outcome.row + 1);
     m_out << QString::fromUtf8(QJsonDocument(line).toJson(QJsonDocument::Compact)) << '\n' << Qt::flush;
-}
-
-SendOutcome::State SendCommand::stateOfExit(Exit exit)
-{
-    switch (exit) {
-    case Unknown:
-        return SendOutcome::State::Unknown;
-    case Unreachable:
-        return SendOutcome::State::Unreached;
-    case Refused:
-        return SendOutcome::State::Refused;
-    default:
-        return SendOutcome::State::Sent;
-    }
 }
 
 int SendCommand::messagesPerRow() const

@@ -72,7 +72,6 @@ private:
     // A part's outcome in words, as it comes; and every SMS's, as a script reads it.
     void tell(const SendingSession::Delivery& delivery);
     void report(const SendingSession::Outcome& outcome);
-    static SendOutcome::State stateOfExit(Exit exit);
 
     QTextStream& m_out;
     QTextStream& m_err;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "DarkDesktop.h"
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
 #include "TestStore.h"
@@ -20,7 +21,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScopeGuard>
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
@@ -328,13 +328,7 @@ private slots:
     {
         QFETCH(QByteArray, oem);
         writeOem(oem);
-        const QPalette light = QApplication::palette();
-        QPalette dark(QColor(0x31, 0x36, 0x3B), QColor(0x2A, 0x2E, 0x32));
-        for (const QPalette::ColorRole role : { QPalette::WindowText, QPalette::Text, QPalette::ButtonText })
-            dark.setColor(role, QColor(0xFC, 0xFC, 0xFC));
-        dark.setColor(QPalette::Base, QColor(0x1B, 0x1E, 0x20));
-        QApplication::setPalette(dark);
-        const auto restore = qScopeGuard([&light] { QApplication::setPalette(light); });
+        const DarkDesktop dark;
         const Loaded loaded;
         const auto contrast = [](const QColor& a, const QColor& b) {
             return TextContrast::ratio(a.rgb() & 0xFFFFFF, b.rgb() & 0xFFFFFF);

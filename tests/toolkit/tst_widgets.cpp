@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "DarkDesktop.h"
 #include "toolkit/CTooltip.h"
 #include "toolkit/FieldColors.h"
 #include "toolkit/SmsTextEdit.h"
@@ -8,7 +9,6 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -67,13 +67,7 @@ private slots:
     {
         QFETCH(bool, field);
         QFETCH(QColor, background);
-        const QPalette light = QApplication::palette();
-        QPalette dark(QColor(0x31, 0x36, 0x3B), QColor(0x2A, 0x2E, 0x32));
-        for (const QPalette::ColorRole role : { QPalette::WindowText, QPalette::Text, QPalette::ButtonText })
-            dark.setColor(role, QColor(0xFC, 0xFC, 0xFC));
-        dark.setColor(QPalette::Base, QColor(0x1B, 0x1E, 0x20));
-        QApplication::setPalette(dark);
-        const auto restore = qScopeGuard([&light] { QApplication::setPalette(light); });
+        const DarkDesktop dark;
         std::unique_ptr<QWidget> widget;
         if (field) {
             auto* edit = new QLineEdit(u"Fehler"_s);
