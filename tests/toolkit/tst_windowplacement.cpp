@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "toolkit/PlatformChoice.h"
 #include "toolkit/WindowPlacement.h"
 
 #include <QTest>
 
 using namespace WindowPlacement;
+using namespace Qt::StringLiterals;
 
 namespace {
 // The main window's frame and that of the MultiSMS editor as they stand on an ordinary desktop,
@@ -124,6 +126,53 @@ private slots:
         const QRect placed = WindowPlacement::ontoScreens(frame, 30, screens);
         QCOMPARE(placed.topLeft(), at);
         QCOMPARE(placed.size(), frame.size());
+    }
+
+    // Windows can be placed on X11 only: a Wayland session with XWayland runs the program there,
+    // unless the user chose; a chosen Wayland gets X11 as its fallback.
+    void platform_data()
+    {
+        QTest::addColumn<QByteArray>("chosen");
+        QTest::addColumn<QByteArray>("waylandDisplay");
+        QTest::addColumn<QByteArray>("display");
+        QTest::addColumn<QByteArray>("sessionType");
+        QTest::addColumn<QByteArray>("platform");
+        QTest::newRow("X11 session") << QByteArray() << QByteArray() << ":0"_ba
+                                     << "x11"_ba << QByteArray();
+        QTest::newRow("Wayland with XWayland") << QByteArray() << "wayland-0"_ba
+                                               << ":0"_ba
+                                               << "wayland"_ba
+                                               << "xcb"_ba;
+        QTest::newRow("Wayland, session type only") << QByteArray() << QByteArray() << ":1"_ba
+                                                    << "wayland"_ba
+                                                    << "xcb"_ba;
+        QTest::newRow("Wayland without XWayland")
+            << QByteArray() << "wayland-0"_ba << QByteArray() << "wayland"_ba << QByteArray();
+        QTest::newRow("Wayland chosen") << "wayland"_ba
+                                        << "wayland-0"_ba
+                                        << ":0"_ba
+                                        << "wayland"_ba
+                                        << "wayland;xcb"_ba;
+        QTest::newRow("Wayland chosen, no X11") << "wayland"_ba
+                                                << "wayland-0"_ba << QByteArray() << "wayland"_ba << QByteArray();
+        QTest::newRow("a list chosen") << "wayland;offscreen"_ba
+                                       << "wayland-0"_ba
+                                       << ":0"_ba
+                                       << "wayland"_ba << QByteArray();
+        QTest::newRow("offscreen chosen") << "offscreen"_ba
+                                          << "wayland-0"_ba
+                                          << ":0"_ba
+                                          << "wayland"_ba << QByteArray();
+    }
+
+    void platform()
+    {
+        QFETCH(QByteArray, chosen);
+        QFETCH(QByteArray, waylandDisplay);
+        QFETCH(QByteArray, display);
+        QFETCH(QByteArray, sessionType);
+        QFETCH(QByteArray, platform);
+        QCOMPARE(PlatformChoice::platformFor({ chosen, waylandDisplay, display, sessionType }), platform);
     }
 };
 
