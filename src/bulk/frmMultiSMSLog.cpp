@@ -7,6 +7,7 @@
 #include "toolkit/mAni2.h"
 
 #include <QCloseEvent>
+#include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
@@ -68,6 +69,8 @@ frmMultiSMSLog::frmMultiSMSLog()
     txtLog->setObjectName(QStringLiteral("txtLog"));
     txtLog->setAccessibleName(QStringLiteral("Nachrichten vom Gateway"));
     txtLog->setReadOnly(true);
+    // Read with the arrow keys, line by line, as a screen reader reads a text: a caret of its own.
+    txtLog->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
     Label1->setBuddy(txtLog);
     layout->addWidget(txtLog, 1);
 
@@ -89,7 +92,9 @@ frmMultiSMSLog::frmMultiSMSLog()
     m_show->setInterval(50);
     connect(m_show, &QTimer::timeout, this, &frmMultiSMSLog::showNow);
 
-    resize(520, 380);
+    // Room for a dozen log lines of the desktop's font, whatever its size.
+    const QFontMetrics metrics = fontMetrics();
+    resize(qMax(520, metrics.averageCharWidth() * 80), qMax(380, metrics.lineSpacing() * 24));
     // Played from the load on; a later run finds it stopped, and so it stays.
     mAni2::startAnimation(ani, LogClip);
 }
@@ -208,6 +213,7 @@ void frmMultiSMSLog::smsFinished(const SendingSession::Outcome& outcome)
         m_pendingText = closingText();
         m_textPending = true;
         cmdResend->setVisible(!m_notSentRows.isEmpty() || !m_unknownRows.isEmpty());
+        cmdClose->setAccessibleDescription(m_pendingText);
         scheduleShow();
     }
 }
@@ -267,6 +273,16 @@ void frmMultiSMSLog::finishRun()
     showNow();
     lblSend->setText(closingText());
     cmdResend->setVisible(!m_notSentRows.isEmpty() || !m_unknownRows.isEmpty());
+    announceEnd();
+}
+
+void frmMultiSMSLog::announceEnd()
+{
+    // A screen reader speaks what takes the focus: the button that now closes the window, with the
+    // run's end as its description ("Vorgang abgeschlossen" and the figures).
+    cmdClose->setAccessibleDescription(lblSend->text());
+    if (isActiveWindow() && !txtLog->hasFocus())
+        cmdClose->setFocus(Qt::OtherFocusReason);
 }
 
 void frmMultiSMSLog::setProgress(int value, const QString& text)

@@ -84,6 +84,7 @@ private:
     void scheduleShow();
     QString progressText(int position) const;
     QString closingText() const;
+    void announceEnd();
     void layOutTop();
     // The stamp of the log's lines for this moment. Reading the local time is dear next to a
     // request on loopback; the stamp changes once a second, and is made anew only then.

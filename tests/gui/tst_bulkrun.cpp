@@ -93,6 +93,8 @@ private slots:
         QVERIFY(lines.at(2).contains(u"0049x ist keine gültige Rufnummer"_s));
         // The refused row is counted apart, and only it is offered again.
         QTRY_COMPARE(log()->lblSend->text(), u"Vorgang abgeschlossen – 2 von 3 SMS versendet, 1 nicht versendet."_s);
+        // A screen reader hears the end with the button that now closes the window.
+        QTRY_COMPARE(log()->cmdClose->accessibleDescription(), log()->lblSend->text());
         QVERIFY(log()->cmdResend->isVisible());
         boxes.answer(MessageBox::Answer::Yes);
         log()->cmdResend->click();
