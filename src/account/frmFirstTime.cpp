@@ -247,7 +247,10 @@ void frmFirstTime::buildAccountPage()
     });
     for (QLineEdit* typed :
          { txtEmail, txtEmailRepeat, txtFirstName, txtName, txtOldEmail, txtOrt, txtPassword, txtPLZ, txtStrasse }) {
-        connect(typed, &QLineEdit::textEdited, typed, [typed] { FieldColors::setBackground(typed); });
+        connect(typed, &QLineEdit::textEdited, typed, [typed] {
+            FieldColors::setBackground(typed);
+            typed->setAccessibleDescription(QString());
+        });
     }
     txtPassword->installEventFilter(this);
     connect(cmdDoIt, &QPushButton::clicked, this, &frmFirstTime::cmdDoIt_Click);
@@ -412,19 +415,29 @@ void frmFirstTime::cmdDoIt_Click()
         newAccountStep();
 }
 
+bool frmFirstTime::markMissing(const QList<QLineEdit*>& fields)
+{
+    QLineEdit* first = nullptr;
+    for (QLineEdit* field : fields) {
+        if (!field->text().isEmpty())
+            continue;
+        FieldColors::setMarked(field, true);
+        // The red is colour only: a screen reader hears the warning with the field.
+        field->setAccessibleDescription(MissingFields);
+        if (!first)
+            first = field;
+    }
+    if (!first)
+        return false;
+    warn(MissingFields);
+    first->setFocus(Qt::OtherFocusReason);
+    return true;
+}
+
 void frmFirstTime::existingAccountStep()
 {
-    bool missing = false;
-    for (QLineEdit* field : { txtOldEmail, txtPassword }) {
-        if (field->text().isEmpty()) {
-            FieldColors::setMarked(field, true);
-            missing = true;
-        }
-    }
-    if (missing) {
-        warn(MissingFields);
+    if (markMissing({ txtOldEmail, txtPassword }))
         return;
-    }
     showWait();
     switch (AccountProtocol::checkAccount(*iNet, txtOldEmail->text(), txtPassword->text())) {
     case AccountProtocol::Answer::Accepted:
@@ -453,17 +466,8 @@ void frmFirstTime::existingAccountStep()
 
 void frmFirstTime::newAccountStep()
 {
-    bool missing = false;
-    for (QLineEdit* field : { txtFirstName, txtName, txtEmail, txtEmailRepeat, txtStrasse, txtPLZ, txtOrt }) {
-        if (field->text().isEmpty()) {
-            FieldColors::setMarked(field, true);
-            missing = true;
-        }
-    }
-    if (missing) {
-        warn(MissingFields);
+    if (markMissing({ txtFirstName, txtName, txtEmail, txtEmailRepeat, txtStrasse, txtPLZ, txtOrt }))
         return;
-    }
     boxWarn->hide();
     if (txtEmail->text() != txtEmailRepeat->text()) {
         FieldColors::setBackground(txtEmail, FieldColors::LightYellow);

@@ -76,6 +76,8 @@ private:
     void buildComplete();
     void optNewOld_Click();
     void cmdDoIt_Click();
+    // Marks the empty ones of fields, warns, and takes the focus to the first; false when none is empty.
+    bool markMissing(const QList<QLineEdit*>& fields);
     void existingAccountStep();
     void newAccountStep();
     void cmdCompleteNewCustomer_Click();

@@ -68,6 +68,9 @@ private slots:
         m_wizard->cmdDoIt->click();
         QVERIFY(marked(m_wizard->txtOldEmail) && marked(m_wizard->txtPassword));
         QVERIFY(m_harness.bodies(u"/sms/checkUser.php"_s).isEmpty());
+        // The red is colour only: the first marked field takes the focus and carries the warning.
+        QVERIFY(m_wizard->txtOldEmail->hasFocus() || !m_wizard->isActiveWindow());
+        QCOMPARE(m_wizard->txtPassword->accessibleDescription(), u"Bitte füllen Sie alle rot markierten Felder aus."_s);
 
         m_wizard->txtOldEmail->setText(u"demo@quellbote.test"_s);
         m_wizard->txtPassword->setText(u"falsch"_s);
