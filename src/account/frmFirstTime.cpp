@@ -115,6 +115,9 @@ void frmFirstTime::buildPreface()
     buttons->addWidget(cmdNext);
     layout->addLayout(buttons);
     pages->addWidget(boxPreface);
+    // The way on is where the keyboard starts, not the way out.
+    setTabOrder(cmdNext, cmdExit);
+    cmdNext->setFocus();
     connect(cmdNext, &QPushButton::clicked, this, [this] { pages->setCurrentWidget(accountPage); });
     // Nothing stored: the wizard comes back at the next start.
     connect(cmdExit, &QPushButton::clicked, this, &QWidget::close);
