@@ -213,6 +213,7 @@ void frmMultiSMSLog::smsFinished(const SendingSession::Outcome& outcome)
         m_pendingText = closingText();
         m_textPending = true;
         cmdResend->setVisible(!m_notSentRows.isEmpty() || !m_unknownRows.isEmpty());
+        txtLog->setAccessibleDescription(m_pendingText);
         cmdClose->setAccessibleDescription(m_pendingText);
         scheduleShow();
     }
@@ -278,10 +279,12 @@ void frmMultiSMSLog::finishRun()
 
 void frmMultiSMSLog::announceEnd()
 {
-    // A screen reader speaks what takes the focus: the button that now closes the window, with the
-    // run's end as its description ("Vorgang abgeschlossen" and the figures).
+    // A screen reader speaks what takes the focus, with its description: the run's end goes with the
+    // log and with the button that now closes the window, and the focus goes to the button. A
+    // window not yet active gives the log the focus when it becomes so.
+    txtLog->setAccessibleDescription(lblSend->text());
     cmdClose->setAccessibleDescription(lblSend->text());
-    if (isActiveWindow() && !txtLog->hasFocus())
+    if (isActiveWindow())
         cmdClose->setFocus(Qt::OtherFocusReason);
 }
 
@@ -354,6 +357,8 @@ void frmMultiSMSLog::clearLog(int rows)
     m_notSentRows.clear();
     m_unknownRows.clear();
     cmdResend->hide();
+    txtLog->setAccessibleDescription(QString());
+    cmdClose->setAccessibleDescription(QString());
     m_finished = false;
     m_pendingEntries.clear();
     m_pendingValue = -1;
