@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 using namespace Qt::StringLiterals;
 
@@ -475,6 +476,14 @@ Result readText(const QByteArray& bytes, const Mapping* chosen)
     result.encoding = decoded.encoding;
     result.delimiter = detectDelimiter(text, decoded.encoding.startsWith(u"UTF-16"));
 
+    // Room for a row a line, counted where memchr finds them quickly.
+    qsizetype lines = 1;
+    for (const char* at = bytes.constData();
+         (at = static_cast<const char*>(std::memchr(at, '\n', bytes.constEnd() - at))); ++at)
+        ++lines;
+    result.rows.reserve(lines);
+    result.rowNumbers.reserve(lines);
+
     Reader reader(text, result.delimiter);
     QList<QStringView> fields;
     QList<QString> scratch;
@@ -628,27 +637,38 @@ Number number(QStringView written)
         && std::all_of(written.cbegin(), written.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; })
         && written.size() <= 17 && written.size() >= 9 && written[2] != u'0')
         return { written.toString(), {}, false };
-    if (isScientific(written))
-        return { {},
-                 QStringLiteral("Die Rufnummer „%1“ ist von der Tabellenkalkulation als Zahl in "
-                                "Exponentialschreibweise gespeichert worden; ihre letzten Ziffern sind verloren. "
-                                "Bitte die Spalte als Text formatieren und die Nummern neu eingeben.")
-                     .arg(written),
-                 false };
-    QString digits;
-    digits.reserve(written.size() + 2);
+    const auto scientific = [&written] {
+        return Number { {},
+                        QStringLiteral(
+                            "Die Rufnummer „%1“ ist von der Tabellenkalkulation als Zahl in "
+                            "Exponentialschreibweise gespeichert worden; ihre letzten Ziffern sind verloren. "
+                            "Bitte die Spalte als Text formatieren und die Nummern neu eingeben.")
+                            .arg(written),
+                        false };
+    };
+    // The digits are gathered in place: a list of a million rows has a million numbers.
+    constexpr qsizetype Room = 24;
+    std::array<char16_t, Room> digits;
+    qsizetype count = 0;
     bool plus = false;
+    const auto tooLong = [&written] {
+        return Number { {}, QStringLiteral("Die Rufnummer „%1“ ist zu lang.").arg(written), false };
+    };
     for (qsizetype i = 0; i < written.size(); ++i) {
         const QChar c = written[i];
         if (c >= u'0' && c <= u'9') {
-            digits += c;
-        } else if (c == u'+' && digits.isEmpty() && !plus) {
+            if (count == Room)
+                return tooLong();
+            digits[count++] = c.unicode();
+        } else if (c == u'+' && count == 0 && !plus) {
             plus = true;
-        } else if (c == u'(' && written.sliced(i).startsWith(u"(0)") && digits.size() > 1
-                   && (plus || digits.startsWith(u"00"))) {
+        } else if (c == u'(' && written.sliced(i).startsWith(u"(0)") && count > 1
+                   && (plus || (digits[0] == u'0' && digits[1] == u'0'))) {
             // "+49 (0)171": the national zero, written for those who dial from within the country.
             i += 2;
         } else if (!separator(c)) {
+            if ((c == u'E' || c == u'e') && isScientific(written))
+                return scientific();
             return { {},
                      QStringLiteral("Die Rufnummer „%1“ enthält „%2“; erlaubt sind Ziffern, ein + am Anfang, "
                                     "Leerzeichen und / - ( ).")
@@ -656,15 +676,16 @@ Number number(QStringView written)
                      false };
         }
     }
+    const QStringView gathered(digits.data(), count);
     Number n;
     if (plus) {
-        if (digits.startsWith(u'0'))
+        if (gathered.startsWith(u'0'))
             return { {}, QStringLiteral("Die Rufnummer „%1“ hat nach dem + eine 0.").arg(written), false };
-        n.number = QStringLiteral("00") + digits;
-    } else if (digits.startsWith(u"00")) {
-        n.number = digits;
-    } else if (digits.startsWith(u'0')) {
-        n.number = QStringLiteral("0049") + QStringView(digits).sliced(1);
+        n.number = QStringLiteral("00") + gathered;
+    } else if (gathered.startsWith(u"00")) {
+        n.number = gathered.toString();
+    } else if (gathered.startsWith(u'0')) {
+        n.number = QStringLiteral("0049") + gathered.sliced(1);
         n.prefixAdded = true;
     } else {
         return { {},
@@ -681,7 +702,7 @@ Number number(QStringView written)
                  QStringLiteral("Die Rufnummer „%1“ ist zu kurz oder hat keine Landesvorwahl.").arg(written),
                  false };
     if (significant > 15)
-        return { {}, QStringLiteral("Die Rufnummer „%1“ ist zu lang.").arg(written), false };
+        return tooLong();
     return n;
 }
 
