@@ -516,12 +516,15 @@ Result readText(const QByteArray& bytes, const Mapping* chosen)
             takeHeader();
             mapping = header.mapping;
             result.sure = header.sure;
-        } else if (std::none_of(fields.cbegin(), fields.cend(), [](QStringView f) {
-                       return std::any_of(f.cbegin(), f.cend(), [](QChar c) { return c.isDigit(); });
-                   })) {
-            // Names no program uses, but no number in them either: a header still, whose columns
-            // the user has to name. Until then the first column that holds a number in the next
-            // row is taken as the number, the first other one that holds anything as the name.
+        } else if (std::count_if(fields.cbegin(), fields.cend(), [](QStringView f) { return !f.trimmed().isEmpty(); })
+                       > 1
+                   && std::none_of(fields.cbegin(), fields.cend(), [](QStringView f) {
+                          return std::any_of(f.cbegin(), f.cend(), [](QChar c) { return c.isDigit(); });
+                      })) {
+            // Names no program uses, but no number in them either (and more than one, unlike a row
+            // that lacks its number): a header still, whose columns the user has to name. Until then the first column
+            // that holds a number in the next row is taken as the number, the first other one that holds anything as
+            // the name.
             takeHeader();
             result.sure = false;
             Reader ahead = reader;

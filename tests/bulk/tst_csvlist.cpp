@@ -137,6 +137,9 @@ private slots:
             << windows1252(u"Müller, Hans;01711234567;Nord;;\r\nBen;00491721234567;;;\r\nLeer;;;;\r\n"_s)
             << QStringList { u"Müller, Hans|00491711234567|Nord|"_s, u"Ben|00491721234567||"_s }
             << QStringList { u"3:"_s } << true << u"Windows-1252"_s << u";"_s;
+        QTest::newRow("no header, the first row without its number")
+            << QByteArray("Leer;;;\r\nAnna;01711234567;;\r\n") << QStringList { u"Anna|00491711234567||"_s }
+            << QStringList { u"1:"_s } << true << u"UTF-8"_s << u";"_s;
         QTest::newRow("no header, numbers only in the second column")
             << QByteArray("Anna,+491711234567\nBen,491721234567\n") << QStringList { u"Anna|00491711234567||"_s }
             << QStringList { u"2:491721234567"_s } << true << u"UTF-8"_s << u","_s;
