@@ -620,6 +620,65 @@ Mapping Mapping::plain()
     return m;
 }
 
+QString Mapping::toText() const
+{
+    QStringList parts;
+    const auto add = [&parts](const char16_t* key, int column) {
+        if (column >= 0)
+            parts.append(QStringView(key) + u'=' + QString::number(column));
+    };
+    add(u"name", name);
+    add(u"first", firstName);
+    add(u"last", lastName);
+    add(u"number", number);
+    QStringList phones;
+    for (const auto& [type, value] : typedNumbers)
+        phones.append(QString::number(type) + u':' + QString::number(value));
+    if (!phones.isEmpty())
+        parts.append(u"phones="_s + phones.join(u','));
+    add(u"frei1", freitext1);
+    add(u"frei2", freitext2);
+    return parts.join(u';');
+}
+
+std::optional<Mapping> Mapping::fromText(const QString& text)
+{
+    Mapping m;
+    const auto column = [](QStringView value, int* to) {
+        bool ok = false;
+        *to = value.toInt(&ok);
+        return ok && *to >= 0;
+    };
+    for (const QStringView part : QStringView(text).split(u';', Qt::SkipEmptyParts)) {
+        const qsizetype equals = part.indexOf(u'=');
+        if (equals < 0)
+            return std::nullopt;
+        const QStringView key = part.first(equals);
+        const QStringView value = part.sliced(equals + 1);
+        bool ok = true;
+        if (key == u"phones") {
+            for (const QStringView pair : value.split(u',')) {
+                const qsizetype colon = pair.indexOf(u':');
+                int type = -1, number = -1;
+                ok = ok && colon > 0 && column(pair.first(colon), &type) && column(pair.sliced(colon + 1), &number);
+                m.typedNumbers.append({ type, number });
+            }
+        } else {
+            int* to = key == u"name" ? &m.name
+                : key == u"first"    ? &m.firstName
+                : key == u"last"     ? &m.lastName
+                : key == u"number"   ? &m.number
+                : key == u"frei1"    ? &m.freitext1
+                : key == u"frei2"    ? &m.freitext2
+                                     : nullptr;
+            ok = to && column(value, to);
+        }
+        if (!ok)
+            return std::nullopt;
+    }
+    return m;
+}
+
 Result read(const QByteArray& bytes)
 {
     return readText(bytes, nullptr);

@@ -13,6 +13,7 @@
 #include <QStringList>
 #include <QStringView>
 
+#include <optional>
 #include <utility>
 
 namespace CsvList {
@@ -33,6 +34,10 @@ struct Mapping
 
     // The layout of a file without a header, as a .msms file has it.
     static Mapping plain();
+    // As text to be stored under a header's key ("name=0;number=2;phones=5:6,7:8;frei1=3"), and
+    // back; none for a text that is no mapping.
+    QString toText() const;
+    static std::optional<Mapping> fromText(const QString& text);
     bool hasNumber() const { return number >= 0 || !typedNumbers.isEmpty(); }
     bool hasName() const { return name >= 0 || firstName >= 0 || lastName >= 0; }
     bool operator==(const Mapping&) const = default;

@@ -256,6 +256,12 @@ private slots:
         QVERIFY(read.sure);
         QCOMPARE(read.mapping, chosen);
         QCOMPARE(rowsOf(read.rows), QStringList { u"Anna|00491721234567|Nord|"_s });
+        // Kept as text under the header's key, and read back.
+        QCOMPARE(CsvList::Mapping::fromText(chosen.toText()), chosen);
+        const CsvList::Mapping google = CsvList::read("Name,Phone 1 - Type,Phone 1 - Value\n").mapping;
+        QCOMPARE(google.toText(), u"name=0;phones=1:2"_s);
+        QCOMPARE(CsvList::Mapping::fromText(google.toText()), google);
+        QCOMPARE(CsvList::Mapping::fromText(u"name=0;number=x"_s), std::nullopt);
         QCOMPARE(CsvList::read("  NAME ; handy;Mobil;notiz\n").headerKey, found.headerKey);
         QVERIFY(CsvList::read("Name;Handy;Mobil\n").headerKey != found.headerKey);
     }
