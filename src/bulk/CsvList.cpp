@@ -474,7 +474,16 @@ Result readText(const QByteArray& bytes, const Mapping* chosen)
         return result;
     }
     result.encoding = decoded.encoding;
-    result.delimiter = detectDelimiter(text, decoded.encoding.startsWith(u"UTF-16"));
+    // "sep=;" on the first line names the delimiter for Excel, which shows the line to no one.
+    QStringView body = text;
+    static const QRegularExpression sepLine(u"^sep=(.)(\r\n|\r|\n|$)"_s, QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch sep = sepLine.match(body);
+    if (sep.hasMatch()) {
+        result.delimiter = sep.captured(1).at(0);
+        body = body.sliced(sep.capturedEnd());
+    } else {
+        result.delimiter = detectDelimiter(text, decoded.encoding.startsWith(u"UTF-16"));
+    }
 
     // Room for a row a line, counted where memchr finds them quickly.
     qsizetype lines = 1;
@@ -484,7 +493,7 @@ Result readText(const QByteArray& bytes, const Mapping* chosen)
     result.rows.reserve(lines);
     result.rowNumbers.reserve(lines);
 
-    Reader reader(text, result.delimiter);
+    Reader reader(body, result.delimiter);
     QList<QStringView> fields;
     QList<QString> scratch;
     bool openQuote = false;

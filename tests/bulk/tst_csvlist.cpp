@@ -129,6 +129,9 @@ private slots:
             << QStringList { u"Meier, Anna|00491711234567|Sie sagte \"Hallo\"|Zeile 1 Zeile 2"_s,
                              u"Ben|00491721234567|a,b|"_s }
             << QStringList() << true << u"UTF-8"_s << u","_s;
+        QTest::newRow("the delimiter named for Excel")
+            << QByteArray("sep=;\r\nName;Mobil\r\nAnna;01711234567\r\n") << QStringList { u"Anna|00491711234567||"_s }
+            << QStringList() << true << u"UTF-8"_s << u";"_s;
         QTest::newRow("UTF-8 with BOM, CR LF")
             << QByteArray("\xef\xbb\xbfName;Nummer\r\nJos\xc3\xa9;0041 79 123 45 67\r\n")
             << QStringList { u"José|0041791234567||"_s } << QStringList() << true << u"UTF-8"_s << u";"_s;
