@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "RecipientTable.h"
 
+#include "CsvList.h"
 #include "sending/WireText.h"
 #include "settings/tools.h"
 #include "toolkit/Codepage.h"
@@ -173,6 +174,39 @@ bool RecipientTable::load(const QString& path)
         m_entryCounter = 0;
     }
     endResetModel();
+    return ok;
+}
+
+bool RecipientTable::loadCsv(const QString& path, const CsvList::Mapping* mapping, CsvList::Result* result)
+{
+    QFile file(path);
+    CsvList::Result read;
+    if (!file.open(QIODevice::ReadOnly)) {
+        read.failure = QStringLiteral("Die Datei kann nicht geöffnet werden: %1").arg(file.errorString());
+    } else {
+        const QByteArray bytes = file.readAll();
+        if (file.error() != QFileDevice::NoError)
+            read.failure = QStringLiteral("Die Datei kann nicht gelesen werden: %1").arg(file.errorString());
+        else
+            read = mapping ? CsvList::read(bytes, *mapping) : CsvList::read(bytes);
+    }
+
+    beginResetModel();
+    m_entryCounter = 0;
+    if (read.ok) {
+        m_rows = std::move(read.rows);
+        for (RecipientRow& row : m_rows)
+            row.Tag = ++m_entryCounter;
+        m_prefixAdded = m_prefixAdded || read.prefixAdded;
+        // Handed over to the table; the caller finds them there.
+        read.rows.clear();
+    } else {
+        m_rows.clear();
+    }
+    endResetModel();
+    const bool ok = read.ok;
+    if (result)
+        *result = std::move(read);
     return ok;
 }
 

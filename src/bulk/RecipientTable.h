@@ -12,6 +12,11 @@
 
 #include <functional>
 
+namespace CsvList {
+struct Mapping;
+struct Result;
+} // namespace CsvList
+
 struct RecipientRow
 {
     QString Name;
@@ -56,6 +61,11 @@ public:
 
     // Loads a .msms file: all or nothing. On a failure the table is empty and entryCounter 0.
     bool load(const QString& path);
+    // Loads a CSV list: all or nothing, as load. What the list's header was taken for, the rows
+    // left out and, on a failure, why, are told in result (whose rows are handed to the table;
+    // its rowNumbers give each one's row in the file); mapping, when given, stands for the one
+    // the header gives. A national number that was given the German prefix sets prefixAdded.
+    bool loadCsv(const QString& path, const CsvList::Mapping* mapping = nullptr, CsvList::Result* result = nullptr);
     // Replaces the rows by a web group's data: lines split at LF, blanks trimmed from their ends
     // (a CR stays and ends up in a field past the free texts). All or nothing: on a failure the
     // table, its counter and prefixAdded stay as they were.

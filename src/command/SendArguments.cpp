@@ -133,7 +133,7 @@ QString sendUsage()
                           "\n"
                           "Optionen:\n"
                           "  -f, --file LISTE.msms  MultiSMS an alle Zeilen der Datei; %name%, %frei1% und %frei2%\n"
-                          "                         werden je Zeile ersetzt\n"
+                          "                         werden je Zeile ersetzt; auch eine CSV-Liste (.csv, .txt)\n"
                           "  --at \"JJJJ-MM-TT HH:MM\" einmaliger Terminversand (Minuten in Fünferschritten)\n"
                           "  --sender NAME          mit Absenderkennung (höchstens 11 Buchstaben und Ziffern oder\n"
                           "                         16 Ziffern)\n"

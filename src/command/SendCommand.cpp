@@ -246,7 +246,10 @@ bool SendCommand::readMessages(const SendArguments& a, const QString& text)
             return false;
         }
         RecipientTable table;
-        if (!table.load(a.file)) {
+        if (CsvList::isCsvPath(a.file)) {
+            if (!readCsv(a.file, &table))
+                return false;
+        } else if (!table.load(a.file)) {
             fail(BadInput,
                  QStringLiteral("Die Datei %1 kann nicht gelesen werden oder ist keine MultiSMS-Datei.").arg(a.file));
             return false;
@@ -278,6 +281,45 @@ bool SendCommand::readMessages(const SendArguments& a, const QString& text)
         return false;
     }
     return true;
+}
+
+bool SendCommand::readCsv(const QString& path, RecipientTable* table)
+{
+    CsvList::Result list;
+    if (!table->loadCsv(path, nullptr, &list)) {
+        fail(BadInput, QStringLiteral("Die Datei %1 kann nicht als Liste gelesen werden: %2").arg(path, list.failure));
+        return false;
+    }
+    if (!list.mapping.hasNumber()) {
+        fail(BadInput,
+             QStringLiteral("In der Datei %1 ist keine Spalte mit Mobilnummern zu erkennen. Ihre Spalten: %2")
+                 .arg(path, list.header.join(QStringLiteral(", "))));
+        return false;
+    }
+    // A script can't be asked which column it meant: it is told which one was taken.
+    if (!list.sure)
+        m_err << QStringLiteral("Die Spalte der Mobilnummern ist nicht sicher erkannt; genommen wird „%1“.\n")
+                     .arg(list.header.value(list.mapping.number >= 0 ? list.mapping.number
+                                                                     : list.mapping.typedNumbers.constFirst().second))
+              << Qt::flush;
+    m_fileRows = list.rowNumbers;
+    m_skipped = list.doubtful;
+    return true;
+}
+
+void SendCommand::tellSkipped(const CsvList::Doubt& row)
+{
+    if (!m_json) {
+        m_out << QStringLiteral("Zeile %1 (%2): nicht versendet, %3").arg(row.row).arg(row.name, row.reason) << '\n';
+        return;
+    }
+    QJsonObject line;
+    line.insert(QStringLiteral("name"), row.name);
+    line.insert(QStringLiteral("number"), row.number);
+    line.insert(QStringLiteral("state"), QStringLiteral("skipped"));
+    line.insert(QStringLiteral("reason"), row.reason);
+    line.insert(QStringLiteral("fileRow"), row.row);
+    m_out << QString::fromUtf8(QJsonDocument(line).toJson(QJsonDocument::Compact)) << '\n';
 }
 
 bool SendCommand::checkCharacters(bool transliterated)
@@ -320,7 +362,26 @@ int SendCommand::dryRun()
     const cOptionen& o = Options();
     const MessageSize::SmsOptions options = MessageSize::smsOptionsOf(o);
     const QString url = GatewayRequest::requestUrl(m_schedule.has_value(), Urls().SendSMS(), Urls().CronSMS());
-    for (const Message& m : std::as_const(m_messages)) {
+    // A list's rows in the order of the file, those that don't go out among them.
+    qsizetype skipped = 0;
+    const auto tellSkippedBefore = [this, &skipped](int fileRow) {
+        while (skipped < m_skipped.size() && (fileRow < 0 || m_skipped.at(skipped).row < fileRow))
+            tellSkipped(m_skipped.at(skipped++));
+    };
+    for (qsizetype i = 0; i < m_messages.size(); ++i) {
+        const Message& m = m_messages.at(i);
+        tellSkippedBefore(m_fileRows.value(i));
+        if (m_json) {
+            QJsonObject line;
+            line.insert(QStringLiteral("name"), m.name);
+            line.insert(QStringLiteral("number"), m.number);
+            if (m_bulk)
+                line.insert(QStringLiteral("row"), i + 1);
+            if (i < m_fileRows.size())
+                line.insert(QStringLiteral("fileRow"), m_fileRows.at(i));
+            m_out << QString::fromUtf8(QJsonDocument(line).toJson(QJsonDocument::Compact)) << '\n';
+            continue;
+        }
         const MessageSize::SmsSizeFigures figures = MessageSize::recalcSmsSize(m.text, false, options);
         const int price = MessageSize::updateCost(options, m.key, m.rest);
         m_out << QStringLiteral("SMS an %1%2: %3 Zeichen, %4 SMS, %5 Credits je SMS\n")
@@ -341,6 +402,9 @@ int SendCommand::dryRun()
                   << QStringLiteral("  ") << GatewayRequest::requestBody(request) << '\n';
         }
     }
+    tellSkippedBefore(-1);
+    if (m_json)
+        return Sent;
     // The figures the window shows: "Anzahl SMS" of the message, or of the whole run, at the price
     // of one SMS.
     const int count = messageCount();
@@ -367,6 +431,9 @@ int SendCommand::send()
     std::unique_ptr<RunRecord> record;
     if (m_bulk && !planRun(&only, &record))
         return m_worst;
+    for (const CsvList::Doubt& row : std::as_const(m_skipped))
+        tellSkipped(row);
+    m_out.flush();
 
     // The balance test of the window, on every route: the last known balance against the messages
     // at the price it tests with; an unknown balance never stops the sending.

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "SendArguments.h"
+#include "bulk/CsvList.h"
 #include "sending/GatewayRequest.h"
 #include "sending/MessageSize.h"
 #include "sending/SendingSession.h"
@@ -18,6 +19,7 @@
 #include <optional>
 
 class Inet;
+class RecipientTable;
 class RunRecord;
 
 class SendCommand
@@ -56,6 +58,9 @@ private:
     bool applySendOptions(const SendArguments& a);
     bool readSchedule(const QString& at);
     bool readMessages(const SendArguments& a, const QString& text);
+    // A list from a spreadsheet or an address book; its rows left out are told with the run.
+    bool readCsv(const QString& path, RecipientTable* table);
+    void tellSkipped(const CsvList::Doubt& row);
     // Refuses a text or a name with characters that would arrive as "?", naming them; with
     // --transliterate they were replaced before.
     bool checkCharacters(bool transliterated);
@@ -83,6 +88,8 @@ private:
     std::optional<GatewayRequest::Schedule> m_schedule;
     QList<Message> m_messages;
     QList<RecipientRow> m_rows; // of a bulk run
+    QList<int> m_fileRows; // each row's row in a CSV list
+    QList<CsvList::Doubt> m_skipped; // a CSV list's rows that don't go out
     bool m_json = false;
     bool m_resume = false;
     bool m_resendUnknown = false;

@@ -60,9 +60,9 @@ class TestSendCommand : public QObject
                  QString::fromUtf8(process.readAllStandardError()) };
     }
 
-    QString writeList(const QByteArray& utf8Rows)
+    QString writeList(const QByteArray& utf8Rows, const QString& name = u"liste.msms"_s)
     {
-        const QString path = m_harness.folder() + u"/liste.msms"_s;
+        const QString path = m_harness.folder() + u'/' + name;
         QFile file(path);
         if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
             file.write(Codepage::toWindows1252(QString::fromUtf8(utf8Rows)));
@@ -247,6 +247,21 @@ private slots:
             << QString() << 0 << 5 << QString() << 0 << u"  Text: Grüße aus Lódz \n"_s << QString();
         QTest::newRow("balance") << QStringList { u"--balance"_s } << none << QString() << 0 << 1 << QString() << 0
                                  << u"500"_s << QString();
+        // A list from a spreadsheet: what it can't send to is told by its row in the file.
+        const QString csv = u"Name;Handy\r\nAnna;0171 1234567\r\nBen;+49 172 1234567\r\nWeiß;4,91711E+11\r\n"_s;
+        QTest::newRow("a CSV list") << QStringList { u"--file"_s, csv, u"Hallo %name%"_s } << none << u"csv"_s << 0 << 3
+                                    << QString() << 2 << u"Zeile 4 (Weiß): nicht versendet"_s
+                                    << u"empfaenger=00491711234567"_s;
+        QTest::newRow("a CSV list, dry run as JSON")
+            << QStringList { u"--dry-run"_s, u"--json"_s, u"--file"_s, csv, u"Hallo"_s } << none << u"csv"_s << 0 << 3
+            << QString() << 0
+            << u"{\"fileRow\":3,\"name\":\"Ben\",\"number\":\"00491721234567\",\"row\":2}\n{\"fileRow\":4,\"name\":"
+               u"\"Weiß\","
+               "\"number\":\"4,91711E+11\",\"reason\":\"Die Rufnummer"_s
+            << QString();
+        QTest::newRow("a CSV file that is no list")
+            << QStringList { u"--file"_s, u"Name;Handy\r\n\"Anna;0171 1234567\r\n"_s, u"Hallo"_s } << none << u"csv"_s
+            << 3 << 0 << u"kann nicht als Liste gelesen werden: In Zeile 2"_s << 0 << QString() << QString();
     }
 
     void whatAScriptCanRelyOn()
@@ -263,7 +278,8 @@ private slots:
         if (setup == u"password")
             m_harness.resetStore(false);
         if (const qsizetype file = arguments.indexOf(u"--file"_s); file >= 0)
-            arguments[file + 1] = writeList(arguments.at(file + 1).toUtf8());
+            arguments[file + 1]
+                = writeList(arguments.at(file + 1).toUtf8(), setup == u"csv" ? u"liste.csv"_s : u"liste.msms"_s);
         QTemporaryDir server;
         if (setup == u"poor hand-off") {
             QFile accounts(m_harness.folder() + u"/accounts.json"_s);
