@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "frmMultiSMS.h"
 
+#include "frmCsvColumns.h"
 #include "frmOpenWebGroup.h"
 #include "sending/frmMain.h"
 #include "settings/AddressBook.h"
 #include "settings/ProductName.h"
+#include "settings/ToolRegistry.h"
 #include "settings/frmAddressBookPicker.h"
 #include "settings/tools.h"
 #include "toolkit/DefaultInstance.h"
@@ -15,6 +17,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QFile>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -429,7 +432,10 @@ void frmMultiSMS::openDataFile()
     if (path.isEmpty())
         return;
     txtFilename->setText(path);
-    if (!m_table.load(path)) {
+    if (CsvList::isCsvPath(path)) {
+        if (!openList(path))
+            return;
+    } else if (!m_table.load(path)) {
         // Nothing of the file stays; the count and the figures keep their old values.
         clearInputFields();
         MessageBox::show(this, QStringLiteral("Die Datei konnte nicht geladen werden."), MessageBox::Buttons::Ok,
@@ -448,6 +454,68 @@ void frmMultiSMS::openDataFile()
     }
     if (frmMain* main = frmMain::instance())
         main->offerToGoOn();
+}
+
+bool frmMultiSMS::openList(const QString& path)
+{
+    // A file that is no list leaves the table as it was, and the user learns why.
+    QFile file(path);
+    CsvList::Result probe;
+    if (file.open(QIODevice::ReadOnly))
+        probe = CsvList::read(file.readAll());
+    else
+        probe.failure = file.errorString();
+    file.close();
+    if (!probe.ok) {
+        MessageBox::show(this, QStringLiteral("Die Datei kann nicht als Liste gelesen werden: ") + probe.failure,
+                         MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
+        return false;
+    }
+    // The columns the user chose for a list with this header before, or now where the header
+    // leaves them unsure.
+    const QString columnsKey = QString::fromUtf16(ToolRegistry::RootKey) + QStringLiteral("\\ListenSpalten");
+    std::optional<CsvList::Mapping> mapping;
+    if (probe.hasHeader) {
+        const QString remembered = ToolRegistry::GetRegString(columnsKey, probe.headerKey);
+        if (!remembered.isEmpty())
+            mapping = CsvList::Mapping::fromText(remembered);
+        if (mapping && !mapping->hasNumber())
+            mapping.reset();
+    }
+    if (!mapping && !probe.sure) {
+        mapping = frmCsvColumns::choose(probe.header, probe.mapping, this);
+        if (!mapping)
+            return false;
+        if (probe.hasHeader)
+            ToolRegistry::SaveRegString(columnsKey, probe.headerKey, mapping->toText());
+    }
+    CsvList::Result read;
+    if (!m_table.loadCsv(path, mapping ? &*mapping : nullptr, &read)) {
+        clearInputFields();
+        MessageBox::show(this, QStringLiteral("Die Datei kann nicht als Liste gelesen werden: ") + read.failure,
+                         MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
+        return false;
+    }
+    if (!read.doubtful.isEmpty()) {
+        // Read whole; the rows that can't be sent to are named, with why.
+        QStringList lines;
+        for (const CsvList::Doubt& doubt : std::as_const(read.doubtful)) {
+            if (lines.size() == 15) {
+                lines.append(QStringLiteral("und %1 weitere").arg(read.doubtful.size() - 15));
+                break;
+            }
+            lines.append(
+                QStringLiteral("Zeile %1 (%2, %3): %4").arg(doubt.row).arg(doubt.name, doubt.number, doubt.reason));
+        }
+        MessageBox::show(this,
+                         QStringLiteral("%1 Zeilen der Liste wurden übernommen. Diese %2 Zeilen wurden nicht "
+                                        "übernommen:\r\n\r\n")
+                                 .arg(m_table.rowCount())
+                                 .arg(read.doubtful.size())
+                             + lines.join(QStringLiteral("\r\n")),
+                         MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
+    }
+    return true;
 }
 
 void frmMultiSMS::openWebGroup()

@@ -56,6 +56,9 @@ private:
     void addFromAddressBook();
     void newFile();
     void openDataFile();
+    // A list from a table (CSV): its columns chosen where unsure, its doubtful rows named; false
+    // when nothing was loaded.
+    bool openList(const QString& path);
     void openWebGroup();
     void saveFile();
     void writeDataFile(const QString& path);

@@ -41,7 +41,8 @@ QString chooseDataFileToOpen(QWidget* owner)
     return run(owner,
                { Dialog::Mode::Open,
                  QStringLiteral("Datendatei öffnen"),
-                 { QStringLiteral("MultiSMS Datendatei (*.msms)"), QStringLiteral("All Files (*.*)") },
+                 { QStringLiteral("MultiSMS Datendatei (*.msms)"),
+                   QStringLiteral("Liste aus einer Tabelle (*.csv *.tsv *.txt)"), QStringLiteral("All Files (*.*)") },
                  {} });
 }
 

@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QScreen>
 #include <QSet>
 #include <QTableView>
@@ -69,6 +70,78 @@ private slots:
         FileChooser::setHandler({});
         m_harness.reset();
         QVERIFY(!frmMultiSMS::loaded());
+    }
+
+    // Lists from tables open in the editor: columns found from the header, or chosen by the user
+    // and remembered for that header; a file that is no list leaves the table as it was; rows
+    // that can't be sent to are named.
+    void listsFromTables_data()
+    {
+        QTest::addColumn<QByteArray>("csv");
+        QTest::addColumn<int>("choose"); // the number column chosen in the dialog; -1: no dialog; -2: cancelled
+        QTest::addColumn<QStringList>("rows"); // name and number
+        QTest::addColumn<QString>("box"); // the start of the box shown, if one is
+        QTest::newRow("Google Contacts") << QByteArray(
+            "Name,Given Name,Family Name,Phone 1 - Type,Phone 1 - Value,Phone 2 - Type,Phone 2 - Value\r\n"
+            "Anna Berg,Anna,Berg,Work,030 1234567,Mobile,+49 171 1234567\r\n")
+                                         << -1 << QStringList { u"Anna Berg 00491711234567"_s } << QString();
+        QTest::newRow("columns chosen") << QByteArray(
+            "Kunde;Rufnummer A;Rufnummer B\r\nAnna;0301234567;+49 171 1234567\r\n")
+                                        << 3 << QStringList { u"Anna 00491711234567"_s } << QString();
+        QTest::newRow("choice cancelled")
+            << QByteArray("Kunde;Rufnummer A;Rufnummer B\r\nAnna;0301234567;+49 171 1234567\r\n") << -2
+            << QStringList { u"Alt 0049170"_s } << QString();
+        QTest::newRow("no list") << QByteArray("Name;Nummer\r\n\"Anna;0171 1234567\r\n") << -1
+                                 << QStringList { u"Alt 0049170"_s }
+                                 << u"Die Datei kann nicht als Liste gelesen werden: "_s;
+        QTest::newRow("a number Excel broke")
+            << QByteArray("Name;Mobil\r\nAnna;+49 171 1234567\r\nBen;4,91711E+11\r\n") << -1
+            << QStringList { u"Anna 00491711234567"_s } << u"1 Zeilen der Liste wurden übernommen. Diese 1 Zeilen"_s;
+    }
+
+    void listsFromTables()
+    {
+        QFETCH(QByteArray, csv);
+        QFETCH(int, choose);
+        QFETCH(QStringList, rows);
+        QFETCH(QString, box);
+        m_window->table().addRow(u"Alt"_s, u"0049170"_s, {}, {});
+        const QString path = m_harness.folder() + u"/liste.csv"_s;
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(csv);
+        file.close();
+        FileChooser::setHandler([&path](const FileChooser::Dialog&) { return path; });
+        MessageBoxScript boxes;
+        if (!box.isEmpty())
+            boxes.answer(MessageBox::Answer::Ok);
+        bool dialogShown = false;
+        if (choose != -1) {
+            onNextModal([&dialogShown, choose](QWidget* dialog) {
+                dialogShown = dialog->objectName() == u"frmCsvColumns"_s;
+                if (choose < 0) {
+                    dialog->close();
+                    return;
+                }
+                auto* number = dialog->findChild<QComboBox*>(u"cmbNummer"_s);
+                number->setCurrentIndex(number->findData(choose - 1));
+                dialog->findChild<QPushButton*>(u"cmdOk"_s)->click();
+            });
+        }
+        m_window->findChild<QAction*>(u"open"_s)->trigger();
+        QCOMPARE(dialogShown, choose != -1);
+        QStringList loaded;
+        for (const RecipientRow& row : m_window->table().rows())
+            loaded.append(row.Name + u' ' + row.Nummer);
+        QCOMPARE(loaded, rows);
+        QCOMPARE(boxes.count(), box.isEmpty() ? 0 : 1);
+        if (!box.isEmpty())
+            QVERIFY2(boxes.last().text.startsWith(box), qPrintable(boxes.last().text));
+        if (choose > 0) {
+            // Remembered for a list with the same header: no question the next time.
+            m_window->findChild<QAction*>(u"open"_s)->trigger();
+            QCOMPARE(m_window->table().rowCount(), 1);
+        }
     }
 
     // Which fields of the main window the mode turns off, empties, hides and shows, and back.
