@@ -86,11 +86,13 @@ QString likePatternOf(const QString& text)
     return u'%' + escaped + u'%';
 }
 
-// The WHERE clause of a query and its values, in order.
+// The FROM and WHERE clauses of a query and their values, in order.
 struct Filter
 {
+    QString from = QStringLiteral(" FROM entries");
     QString where;
     QVariantList values;
+    bool indexed = false; // the trigram index finds the entries
 };
 
 Filter filterOf(const SendRecord::Query& query)
@@ -98,25 +100,33 @@ Filter filterOf(const SendRecord::Query& query)
     QStringList conditions;
     Filter filter;
     if (query.text.size() >= IndexedLength) {
-        conditions.append(QStringLiteral("id IN (SELECT rowid FROM entries_fts WHERE entries_fts MATCH ?)"));
+        filter.from = QStringLiteral(" FROM entries_fts JOIN entries ON entries.id = entries_fts.rowid");
+        filter.indexed = true;
+        conditions.append(QStringLiteral("entries_fts MATCH ?"));
         filter.values.append(phraseOf(query.text));
     } else if (!query.text.isEmpty()) {
-        conditions.append(
-            QStringLiteral("(number LIKE ? ESCAPE '\\' OR name LIKE ? ESCAPE '\\' OR text LIKE ? ESCAPE '\\')"));
+        conditions.append(QStringLiteral("(entries.number LIKE ? ESCAPE '\\' OR entries.name LIKE ? ESCAPE '\\' "
+                                         "OR entries.text LIKE ? ESCAPE '\\')"));
         const QString pattern = likePatternOf(query.text);
         filter.values << pattern << pattern << pattern;
     }
     if (query.from.isValid()) {
-        conditions.append(QStringLiteral("time >= ?"));
+        conditions.append(QStringLiteral("entries.time >= ?"));
         filter.values.append(query.from.toMSecsSinceEpoch());
     }
     if (query.to.isValid()) {
-        conditions.append(QStringLiteral("time < ?"));
+        conditions.append(QStringLiteral("entries.time < ?"));
         filter.values.append(query.to.toMSecsSinceEpoch());
     }
     if (!conditions.isEmpty())
         filter.where = QStringLiteral(" WHERE ") + conditions.join(QStringLiteral(" AND "));
     return filter;
+}
+
+// A text for a column that holds no NULL: Qt binds a null string as NULL.
+QVariant textValue(const QString& text)
+{
+    return text.isNull() ? QVariant(QStringLiteral("")) : QVariant(text);
 }
 
 void bindAll(QSqlQuery& sql, const QVariantList& values)
@@ -343,13 +353,13 @@ void SendRecord::flush()
     for (const Entry& e : std::as_const(m_pending)) {
         sql.addBindValue(e.time.toMSecsSinceEpoch());
         sql.addBindValue(roadName(e.road));
-        sql.addBindValue(e.name);
-        sql.addBindValue(e.number);
-        sql.addBindValue(e.text);
+        sql.addBindValue(textValue(e.name));
+        sql.addBindValue(textValue(e.number));
+        sql.addBindValue(textValue(e.text));
         sql.addBindValue(e.parts);
         sql.addBindValue(e.credits);
         sql.addBindValue(SendOutcome::name(e.state));
-        sql.addBindValue(e.answer);
+        sql.addBindValue(textValue(e.answer));
         if (!sql.exec()) {
             const QString error = errorOf(sql);
             sql.finish();
@@ -374,10 +384,19 @@ QList<SendRecord::Entry> SendRecord::search(const Query& query)
         return entries;
     const Filter filter = filterOf(query);
     const QString order = query.order == Qt::AscendingOrder ? QStringLiteral(" ASC") : QStringLiteral(" DESC");
-    QString statement = QStringLiteral("SELECT id, time, road, name, number, text, parts, credits, outcome, answer "
-                                       "FROM entries")
-        + filter.where + QStringLiteral(" ORDER BY ") + columnOf(query.sortBy) + order + QStringLiteral(", id") + order
-        + QStringLiteral(" LIMIT ? OFFSET ?");
+    // Entries are written in the order they are made, so the order of the index is that of time:
+    // read in it, the index stops at the page's last entry instead of sorting every match.
+    QString sortBy = QStringLiteral("entries_fts.rowid") + order;
+    if (!filter.indexed || query.sortBy != Column::Time) {
+        sortBy = QStringLiteral("entries.") + columnOf(query.sortBy);
+        sortBy += order;
+        sortBy += QStringLiteral(", entries.id");
+        sortBy += order;
+    }
+    const QString statement = QStringLiteral("SELECT entries.id, entries.time, entries.road, entries.name, "
+                                             "entries.number, entries.text, entries.parts, entries.credits, "
+                                             "entries.outcome, entries.answer")
+        + filter.from + filter.where + QStringLiteral(" ORDER BY ") + sortBy + QStringLiteral(" LIMIT ? OFFSET ?");
     QSqlQuery sql(database());
     sql.setForwardOnly(true);
     sql.prepare(statement);
@@ -417,7 +436,7 @@ qint64 SendRecord::count(const Query& query)
         return -1;
     const Filter filter = filterOf(query);
     QSqlQuery sql(database());
-    sql.prepare(QStringLiteral("SELECT count(*) FROM entries") + filter.where);
+    sql.prepare(QStringLiteral("SELECT count(*)") + filter.from + filter.where);
     bindAll(sql, filter.values);
     if (!sql.exec() || !sql.next())
         return -1;

@@ -61,6 +61,7 @@ private slots:
         Clock::setNow(Now);
         for (const QString& suffix : { QString(), u"-wal"_s, u"-shm"_s })
             QFile::remove(path() + suffix);
+        QDir(path()).removeRecursively();
     }
 
     void cleanup() { Clock::setNow({}); }
