@@ -12,6 +12,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QStandardPaths>
+#include <QThread>
 #include <QTimer>
 #include <QVariant>
 
@@ -118,6 +119,18 @@ Filter filterOf(const SendRecord::Query& query)
         conditions.append(QStringLiteral("entries.time < ?"));
         filter.values.append(query.to.toMSecsSinceEpoch());
     }
+    // The index reads only the entries recorded within the range: the first and the last of it
+    // are one look-up each in the index on time, as entries are recorded in the order of time.
+    if (filter.indexed && query.from.isValid()) {
+        conditions.append(
+            QStringLiteral("entries_fts.rowid >= (SELECT id FROM entries WHERE time >= ? ORDER BY time, id LIMIT 1)"));
+        filter.values.append(query.from.toMSecsSinceEpoch());
+    }
+    if (filter.indexed && query.to.isValid()) {
+        conditions.append(QStringLiteral(
+            "entries_fts.rowid <= (SELECT id FROM entries WHERE time < ? ORDER BY time DESC, id DESC LIMIT 1)"));
+        filter.values.append(query.to.toMSecsSinceEpoch());
+    }
     if (!conditions.isEmpty())
         filter.where = QStringLiteral(" WHERE ") + conditions.join(QStringLiteral(" AND "));
     return filter;
@@ -173,6 +186,112 @@ QString csvRoad(SendRecord::Road road)
 std::atomic<int> lastConnection { 0 };
 } // namespace
 
+// Writes the entries on a thread of its own, through a connection of its own, each batch in one
+// transaction; batches that come while one is written are written together after it.
+class SendRecordWriter : public QObject
+{
+public:
+    SendRecordWriter(SendRecord* owner, const QString& path)
+        : m_owner(owner)
+        , m_path(path)
+        , m_connection(QStringLiteral("sendrecord-%1").arg(++lastConnection))
+    {
+    }
+
+    // The rest runs on the writer's thread.
+    QString open()
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
+        db.setDatabaseName(m_path);
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=500"));
+        if (!db.open())
+            return db.lastError().text();
+        QSqlQuery sql(db);
+        if (!sql.exec(QStringLiteral("PRAGMA synchronous=NORMAL")))
+            return errorOf(sql);
+        return {};
+    }
+
+    void enqueue(const QList<SendRecord::Entry>& entries)
+    {
+        m_queue += entries;
+        if (m_writeQueued)
+            return;
+        m_writeQueued = true;
+        QTimer::singleShot(0, this, [this] {
+            const QString error = writeQueued();
+            if (!error.isEmpty())
+                QMetaObject::invokeMethod(
+                    m_owner, [owner = m_owner, error] { owner->fail(error); }, Qt::QueuedConnection);
+        });
+    }
+
+    // Writes what is queued; the failure, the first time.
+    QString writeQueued()
+    {
+        m_writeQueued = false;
+        const QList<SendRecord::Entry> entries = std::exchange(m_queue, {});
+        if (entries.isEmpty() || m_failed)
+            return {};
+        const QString error = write(entries);
+        m_failed = !error.isEmpty();
+        return error;
+    }
+
+    // Ends the connection and gives the writer back to its owner's thread, to be deleted there.
+    void close()
+    {
+        {
+            QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+            if (db.isValid())
+                db.close();
+        }
+        QSqlDatabase::removeDatabase(m_connection);
+        moveToThread(m_owner->thread());
+    }
+
+private:
+    QString write(const QList<SendRecord::Entry>& entries)
+    {
+        QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+        if (!db.transaction())
+            return db.lastError().text();
+        QSqlQuery sql(db);
+        sql.prepare(QStringLiteral("INSERT INTO entries (time, road, name, number, text, parts, credits, outcome, "
+                                   "answer) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+        for (const SendRecord::Entry& e : entries) {
+            sql.addBindValue(e.time.toMSecsSinceEpoch());
+            sql.addBindValue(SendRecord::roadName(e.road));
+            sql.addBindValue(textValue(e.name));
+            sql.addBindValue(textValue(e.number));
+            sql.addBindValue(textValue(e.text));
+            sql.addBindValue(e.parts);
+            sql.addBindValue(e.credits);
+            sql.addBindValue(SendOutcome::name(e.state));
+            sql.addBindValue(textValue(e.answer));
+            if (!sql.exec()) {
+                const QString error = errorOf(sql);
+                sql.finish();
+                db.rollback();
+                return error;
+            }
+        }
+        if (!db.commit()) {
+            const QString error = db.lastError().text();
+            db.rollback();
+            return error;
+        }
+        return {};
+    }
+
+    SendRecord* m_owner;
+    QString m_path;
+    QString m_connection;
+    QList<SendRecord::Entry> m_queue;
+    bool m_writeQueued = false;
+    bool m_failed = false;
+};
+
 QString SendRecord::roadName(Road road)
 {
     switch (road) {
@@ -223,13 +342,34 @@ SendRecord::SendRecord(const QString& path, int retentionDays, QObject* parent)
             QFile::remove(m_path + suffix);
         return;
     }
-    if (open())
-        removeOlderThan(retentionDays);
+    if (!open())
+        return;
+    removeOlderThan(retentionDays);
+    if (!isRecording())
+        return;
+    m_thread = std::make_unique<QThread>();
+    m_writer = std::make_unique<SendRecordWriter>(this, m_path);
+    m_writer->moveToThread(m_thread.get());
+    m_thread->start();
+    SendRecordWriter* writer = m_writer.get();
+    QString error;
+    QMetaObject::invokeMethod(
+        writer, [writer, &error] { error = writer->open(); }, Qt::BlockingQueuedConnection);
+    if (!error.isEmpty())
+        fail(error);
 }
 
 SendRecord::~SendRecord()
 {
     flush();
+    if (m_thread) {
+        SendRecordWriter* writer = m_writer.get();
+        QMetaObject::invokeMethod(
+            writer, [writer] { writer->close(); }, Qt::BlockingQueuedConnection);
+        m_thread->quit();
+        m_thread->wait();
+    }
+    m_writer.reset();
     {
         QSqlDatabase db = database();
         if (db.isValid())
@@ -333,47 +473,35 @@ void SendRecord::add(const Entry& entry)
         m_pending.last().time = Clock::now();
     if (!m_flushQueued) {
         m_flushQueued = true;
-        QTimer::singleShot(0, this, &SendRecord::flush);
+        QTimer::singleShot(0, this, &SendRecord::handOver);
     }
+}
+
+void SendRecord::handOver()
+{
+    m_flushQueued = false;
+    if (m_pending.isEmpty())
+        return;
+    if (!isRecording() || !m_writer) {
+        m_pending.clear();
+        return;
+    }
+    SendRecordWriter* writer = m_writer.get();
+    QMetaObject::invokeMethod(
+        writer, [writer, entries = std::exchange(m_pending, {})] { writer->enqueue(entries); }, Qt::QueuedConnection);
 }
 
 void SendRecord::flush()
 {
-    m_flushQueued = false;
-    if (m_pending.isEmpty() || !isRecording())
+    handOver();
+    if (!isRecording() || !m_writer)
         return;
-    QSqlDatabase db = database();
-    if (!db.transaction()) {
-        fail(db.lastError().text());
-        return;
-    }
-    QSqlQuery sql(db);
-    sql.prepare(QStringLiteral("INSERT INTO entries (time, road, name, number, text, parts, credits, outcome, "
-                               "answer) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"));
-    for (const Entry& e : std::as_const(m_pending)) {
-        sql.addBindValue(e.time.toMSecsSinceEpoch());
-        sql.addBindValue(roadName(e.road));
-        sql.addBindValue(textValue(e.name));
-        sql.addBindValue(textValue(e.number));
-        sql.addBindValue(textValue(e.text));
-        sql.addBindValue(e.parts);
-        sql.addBindValue(e.credits);
-        sql.addBindValue(SendOutcome::name(e.state));
-        sql.addBindValue(textValue(e.answer));
-        if (!sql.exec()) {
-            const QString error = errorOf(sql);
-            sql.finish();
-            db.rollback();
-            fail(error);
-            return;
-        }
-    }
-    m_pending.clear();
-    if (!db.commit()) {
-        const QString error = db.lastError().text();
-        db.rollback();
+    SendRecordWriter* writer = m_writer.get();
+    QString error;
+    QMetaObject::invokeMethod(
+        writer, [writer, &error] { error = writer->writeQueued(); }, Qt::BlockingQueuedConnection);
+    if (!error.isEmpty())
         fail(error);
-    }
 }
 
 QList<SendRecord::Entry> SendRecord::search(const Query& query)

@@ -12,8 +12,12 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
+
 class QIODevice;
 class QSqlDatabase;
+class QThread;
+class SendRecordWriter;
 
 class SendRecord : public QObject
 {
@@ -80,8 +84,9 @@ public:
     // True once after the record has failed, for the owner to tell the user once.
     bool takeFailure();
 
-    // Keeps an entry. Entries are written together at the next turn of the event loop (or by
-    // flush, search and the end of the record), so that a bulk run pays nothing per row.
+    // Keeps an entry. Entries are handed over together at the next turn of the event loop (or by
+    // flush, search and the end of the record) and written on a thread of the record's own, so
+    // that a bulk run doesn't wait for the index or the disk.
     void add(const Entry& entry);
     void flush();
 
@@ -100,7 +105,11 @@ signals:
     void failed(const QString& error);
 
 private:
+    friend class SendRecordWriter;
+
     bool open();
+    // The entries made so far go to the writer.
+    void handOver();
     void fail(const QString& error);
     QSqlDatabase database() const;
 
@@ -113,4 +122,6 @@ private:
     bool m_flushQueued = false;
     QString m_error;
     QList<Entry> m_pending;
+    std::unique_ptr<QThread> m_thread;
+    std::unique_ptr<SendRecordWriter> m_writer;
 };

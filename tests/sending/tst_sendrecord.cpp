@@ -97,6 +97,8 @@ private slots:
         // Tuesday a week ago up to, not including, yesterday.
         QTest::newRow("a date range") << QString() << 8 << 1 << time << desc << 1000 << 0
                                       << QStringList { u"Ömer"_s, u"Jan"_s };
+        QTest::newRow("text within a date range")
+            << u"erinnerung"_s << 50 << 1 << time << desc << 1000 << 0 << QStringList { u"Frau Bergmann"_s };
         QTest::newRow("the end of a range doesn't count")
             << u"Erinnerung"_s << 8 << 0 << time << desc << 1000 << 0 << QStringList {};
         QTest::newRow("oldest first") << QString() << -1 << -1 << time << int(Qt::AscendingOrder) << 1000 << 0
