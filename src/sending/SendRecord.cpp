@@ -402,10 +402,6 @@ bool SendRecord::open()
         fail(db.lastError().text());
         return false;
     }
-    if (created) {
-        // Names, numbers and texts of the user's contacts: for the user's eyes only.
-        QFile::setPermissions(m_path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    }
     const QStringList statements {
         QStringLiteral("PRAGMA journal_mode=WAL"),
         QStringLiteral("PRAGMA synchronous=NORMAL"),
@@ -431,6 +427,10 @@ bool SendRecord::open()
             return false;
         }
     }
+    // Names, numbers and texts of the user's contacts: for the user's eyes only. SQLite gives its
+    // -wal and -shm files the same permissions.
+    if (created)
+        QFile::setPermissions(m_path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     m_open = true;
     return true;
 }
