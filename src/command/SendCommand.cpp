@@ -522,7 +522,7 @@ int SendCommand::send()
         warn();
         QObject::connect(sendRecord.get(), &SendRecord::failed, &session, warn);
         recorder = std::make_unique<SendRecorder>(&session, sendRecord.get(), SendRecord::Road::Command);
-        const Message& first = m_messages.constFirst();
+        const Message first = m_messages.value(0);
         recorder->setPrice(MessageSize::updateCost(options, first.key, first.rest));
     }
     QEventLoop loop;
