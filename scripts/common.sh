@@ -5,7 +5,8 @@ set -euo pipefail
 
 # openssl makes the certificates of the HTTPS tests; ICU transliterates what the gateway can't take.
 QUELLBOTE_PACKAGES=(build-essential cmake qt6-base-dev qt6-webengine-dev qt6-httpserver-dev
-    qt6-websockets-dev qt6-svg-dev qt6-translations-l10n libgl-dev xvfb xauth openssl libicu-dev)
+    qt6-websockets-dev qt6-svg-dev qt6-translations-l10n libgl-dev xvfb xauth openssl libicu-dev
+    libqt6sql6-sqlite)
 # For the fuzz harnesses (scripts/robustness.sh, fuzz/run.sh): clang and its libFuzzer runtime.
 QUELLBOTE_FUZZ_PACKAGES=(clang-14 libclang-rt-14-dev)
 

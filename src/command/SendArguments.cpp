@@ -44,6 +44,10 @@ bool* flagOf(SendArguments& a, const QString& option)
         return &a.resendUnknown;
     if (option == u"--transliterate")
         return &a.transliterate;
+    if (option == u"--no-record")
+        return &a.noRecord;
+    if (option == u"--sent")
+        return &a.sent;
     return nullptr;
 }
 } // namespace
@@ -94,6 +98,15 @@ SendArguments parseSendArguments(const QStringList& arguments)
         a.error = QStringLiteral("--resume und --resend-unknown gehören zu einer Liste (--file).");
         return a;
     }
+    if (a.sent) {
+        if (positional.size() > 1)
+            a.error = QStringLiteral("--sent nimmt einen Suchtext: %1. Ein Text mit Leerzeichen steht in "
+                                     "Anführungszeichen.")
+                          .arg(positional.join(u' '));
+        else
+            a.sentText = positional.value(0);
+        return a;
+    }
     if (a.balance) {
         if (!positional.isEmpty())
             a.error = QStringLiteral("--balance nimmt keine Rufnummer und keinen Text.");
@@ -123,6 +136,7 @@ QString sendUsage()
     return QStringLiteral("Aufruf: quellbote-send [OPTIONEN] RUFNUMMER [TEXT]\n"
                           "        quellbote-send [OPTIONEN] --file LISTE.msms [TEXT]\n"
                           "        quellbote-send [--config DATEI] --balance\n"
+                          "        quellbote-send [--config DATEI] [--json] --sent [TEXT]\n"
                           "\n"
                           "Versendet eine SMS über das Konto, die Adressen und die Einstellungen des Programms,\n"
                           "genau wie das Fenster sie versenden würde. Ohne TEXT oder mit \"-\" kommt der Text von\n"
@@ -151,11 +165,18 @@ QString sendUsage()
                           "  --name NAME            Name des Empfängers\n"
                           "  -n, --dry-run          nichts versenden: Größe, Anzahl, Preis und Anfrage zeigen\n"
                           "  --balance              das Guthaben in Credits ausgeben\n"
+                          "  --sent [TEXT]          die versendeten SMS aus dem Versandprotokoll zeigen, deren\n"
+                          "                         Nummer, Name oder Text TEXT enthält, die neueste zuerst\n"
+                          "  --no-record            diese SMS nicht ins Versandprotokoll schreiben\n"
                           "  --config DATEI         diese Einstellungsdatei statt der eigenen verwenden\n"
                           "  -h, --help             diese Hilfe\n"
                           "  --version              die Version\n"
                           "\n"
                           "Ohne gespeichertes Kennwort wird es von der Standardeingabe gelesen (erste Zeile).\n"
+                          "\n"
+                          "Jede SMS kommt ins Versandprotokoll (sendrecord.sqlite im Datenordner, mit --config\n"
+                          "neben der Einstellungsdatei): Zeit, Nummer, Name, Text, Teile, Credits, Ergebnis und\n"
+                          "Antwort des Servers, nie das Kennwort.\n"
                           "\n"
                           "Rückgabewert: 0 alles versendet, 1 mindestens eine SMS abgelehnt, 2 mindestens eine\n"
                           "SMS nicht versendet (keine Verbindung), 3 fehlerhafte Angaben, 4 mindestens eine SMS\n"

@@ -35,6 +35,11 @@ struct SendArguments
     // Characters that can't go out replaced by plain letters instead of refusing the text.
     bool transliterate = false;
     bool balance = false;
+    // Every SMS goes into the send record unless told otherwise.
+    bool noRecord = false;
+    // The send record's entries that hold sentText in number, name or text, instead of a send.
+    bool sent = false;
+    QString sentText;
     // Another store than the user's own.
     QString config;
     bool help = false;

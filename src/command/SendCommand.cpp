@@ -11,6 +11,8 @@
 #include "sending/MessageSize.h"
 #include "sending/NumberRules.h"
 #include "sending/RecipientText.h"
+#include "sending/SendRecord.h"
+#include "sending/SendRecorder.h"
 #include "sending/WireText.h"
 #include "settings/CUrlStore.h"
 #include "settings/OptionsDialogRules.h"
@@ -81,6 +83,8 @@ int SendCommand::run(const QStringList& arguments)
             return fail(BadInput, QStringLiteral("Die Einstellungsdatei %1 gibt es nicht.").arg(a.config));
         ToolRegistry::useStoreFile(a.config);
     }
+    if (a.sent)
+        return showSent(a.sentText, a.json);
     setProductName(readProductName());
     if (Options().Username().isEmpty()) {
         return fail(BadInput,
@@ -120,6 +124,7 @@ int SendCommand::run(const QStringList& arguments)
     m_json = a.json;
     m_resume = a.resume;
     m_resendUnknown = a.resendUnknown;
+    m_record = !a.noRecord;
     if (a.transliterate)
         text = WireText::transliterate(text);
     if (!readMessages(a, text) || !checkCharacters(a.transliterate))
@@ -142,6 +147,44 @@ int SendCommand::showBalance()
     if (!state.enabled)
         return fail(Refused, state.caption);
     return fail(Unreachable, state.caption + QStringLiteral(": Die Antwort des Servers ist keine Zahl."));
+}
+
+int SendCommand::showSent(const QString& text, bool json)
+{
+    SendRecord record;
+    if (record.takeFailure())
+        return fail(BadInput, record.lastError());
+    if (SendRecord::storedRetentionDays() == SendRecord::NoRecord) {
+        m_err << QStringLiteral("Es wird kein Versandprotokoll geführt (Einstellungen).") << '\n' << Qt::flush;
+        return Sent;
+    }
+    SendRecord::Query query;
+    query.text = text;
+    query.limit = -1;
+    for (const SendRecord::Entry& e : record.search(query)) {
+        if (json) {
+            QJsonObject line;
+            line.insert(QStringLiteral("time"), e.time.toUTC().toString(Qt::ISODate));
+            line.insert(QStringLiteral("road"), SendRecord::roadName(e.road));
+            line.insert(QStringLiteral("number"), e.number);
+            line.insert(QStringLiteral("name"), e.name);
+            line.insert(QStringLiteral("text"), e.text);
+            line.insert(QStringLiteral("state"), SendOutcome::name(e.state));
+            line.insert(QStringLiteral("parts"), e.parts);
+            line.insert(QStringLiteral("credits"), e.credits);
+            line.insert(QStringLiteral("answer"), e.answer);
+            m_out << QString::fromUtf8(QJsonDocument(line).toJson(QJsonDocument::Compact)) << '\n';
+            continue;
+        }
+        QString oneLine = e.text;
+        oneLine.replace(QStringLiteral("\r\n"), QStringLiteral(" ")).replace(u'\n', u' ');
+        m_out << e.time.toLocalTime().toString(QStringLiteral("dd.MM.yyyy HH:mm")) << QStringLiteral("  ") << e.number
+              << QStringLiteral("  ") << SendOutcome::label(e.state) << QStringLiteral("  ") << oneLine << '\n';
+    }
+    if (record.takeFailure())
+        return fail(BadInput, record.lastError());
+    m_out.flush();
+    return Sent;
 }
 
 bool SendCommand::applySendOptions(const SendArguments& a)
@@ -458,6 +501,10 @@ int SendCommand::send()
     host.sendWithoutSender = [] {
         return false;
     };
+    // Declared before the session so that it outlives it: its last entries are written at its end.
+    std::unique_ptr<SendRecord> sendRecord;
+    if (m_record)
+        sendRecord = std::make_unique<SendRecord>();
     SendingSession session(host);
     session.transfer()->setAccessType(ProxyConfig::GetAccessType());
     session.transfer()->setProxy(ProxyConfig::GetProxyString());
@@ -465,6 +512,19 @@ int SendCommand::send()
                      [this](const SendingSession::Delivery& d) { tell(d); });
     QObject::connect(&session, &SendingSession::finished, &session,
                      [this](const SendingSession::Outcome& outcome) { report(outcome); });
+    std::unique_ptr<SendRecorder> recorder;
+    if (sendRecord) {
+        // A record that can't be written is told once; the sending goes on.
+        const auto warn = [this, record = sendRecord.get()] {
+            if (record->takeFailure())
+                m_err << QStringLiteral("Hinweis: ") << record->lastError() << '\n' << Qt::flush;
+        };
+        warn();
+        QObject::connect(sendRecord.get(), &SendRecord::failed, &session, warn);
+        recorder = std::make_unique<SendRecorder>(&session, sendRecord.get(), SendRecord::Road::Command);
+        const Message first = m_messages.value(0);
+        recorder->setPrice(MessageSize::updateCost(options, first.key, first.rest));
+    }
     QEventLoop loop;
     QObject::connect(&session, &SendingSession::idle, &loop, &QEventLoop::quit);
 

@@ -54,6 +54,8 @@ private:
 
     int fail(Exit code, const QString& message);
     int showBalance();
+    // The send record's entries holding text, newest first, as lines or JSON.
+    int showSent(const QString& text, bool json);
     // The overrides of the command line on the stored options; false with the reason told.
     bool applySendOptions(const SendArguments& a);
     bool readSchedule(const QString& at);
@@ -93,5 +95,6 @@ private:
     bool m_json = false;
     bool m_resume = false;
     bool m_resendUnknown = false;
+    bool m_record = true;
     Exit m_worst = Sent;
 };

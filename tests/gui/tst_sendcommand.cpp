@@ -262,6 +262,19 @@ private slots:
         QTest::newRow("a CSV file that is no list")
             << QStringList { u"--file"_s, u"Name;Handy\r\n\"Anna;0171 1234567\r\n"_s, u"Hallo"_s } << none << u"csv"_s
             << 3 << 0 << u"kann nicht als Liste gelesen werden: In Zeile 2"_s << 0 << QString() << QString();
+        // Two SMS sent before, the second with --no-record.
+        QTest::newRow("the record finds what went out")
+            << QStringList { u"--sent"_s, u"TERMIN"_s } << none << u"record"_s << 0 << 1 << QString() << 2
+            << u"00491711234567  versendet  Termin am Dienstag"_s << QString();
+        QTest::newRow("the record as JSON")
+            << QStringList { u"--json"_s, u"--sent"_s, u"1711234"_s } << none << u"record"_s << 0 << 1 << QString() << 2
+            << u"\"credits\":10,\"name\":\"\",\"number\":\"00491711234567\",\"parts\":1,\"road\":\"command\",\"state\":"
+               u"\"sent\","
+               "\"text\":\"Termin am Dienstag\",\"time\":\""_s
+            << QString();
+        QTest::newRow("--no-record leaves nothing behind")
+            << QStringList { u"--sent"_s, u"Mittwoch"_s } << none << u"record"_s << 0 << 0 << QString() << 2
+            << QString() << QString();
     }
 
     void whatAScriptCanRelyOn()
@@ -297,6 +310,11 @@ private slots:
             QVERIFY(m_harness.service()->setFault(SendPath, u"drop"_s));
         if (setup == u"service")
             m_harness.service()->stop();
+        if (setup == u"record") {
+            QFile::remove(QFileInfo(ToolRegistry::storeFileName()).dir().filePath(u"sendrecord.sqlite"_s));
+            QCOMPARE(command({ u"0171 1234567"_s, u"Termin am Dienstag"_s }).exit, 0);
+            QCOMPARE(command({ u"--no-record"_s, u"0172 7654321"_s, u"Termin am Mittwoch"_s }).exit, 0);
+        }
         const Run run = command(arguments, input);
         QVERIFY2(run.err.contains(error), qPrintable(run.err));
         QCOMPARE(run.out.size(), lines);

@@ -1,0 +1,608 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "SendRecord.h"
+
+#include "settings/ToolRegistry.h"
+#include "toolkit/Clock.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QIODevice>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QStandardPaths>
+#include <QThread>
+#include <QTimer>
+#include <QVariant>
+
+#include <atomic>
+
+namespace {
+const QString RetentionValue = QStringLiteral("SendRecordDays");
+
+// Searches of fewer characters than a trigram can't use the index and read the entries instead.
+constexpr int IndexedLength = 3;
+
+QString rootKey()
+{
+    return QString::fromUtf16(ToolRegistry::RootKey);
+}
+
+QString columnOf(SendRecord::Column column)
+{
+    switch (column) {
+    case SendRecord::Column::Time:
+        return QStringLiteral("time");
+    case SendRecord::Column::Road:
+        return QStringLiteral("road");
+    case SendRecord::Column::Name:
+        return QStringLiteral("name");
+    case SendRecord::Column::Number:
+        return QStringLiteral("number");
+    case SendRecord::Column::Text:
+        return QStringLiteral("text");
+    case SendRecord::Column::Parts:
+        return QStringLiteral("parts");
+    case SendRecord::Column::Credits:
+        return QStringLiteral("credits");
+    case SendRecord::Column::State:
+        return QStringLiteral("outcome");
+    }
+    return QStringLiteral("time");
+}
+
+SendRecord::Road roadOf(const QString& name)
+{
+    for (SendRecord::Road road : { SendRecord::Road::Single, SendRecord::Road::Bulk, SendRecord::Road::Scheduled,
+                                   SendRecord::Road::HandOff, SendRecord::Road::Command })
+        if (SendRecord::roadName(road) == name)
+            return road;
+    return SendRecord::Road::Single;
+}
+
+SendOutcome::State stateOf(const QString& name)
+{
+    using SendOutcome::State;
+    for (State state : { State::Sent, State::Refused, State::Unreached, State::Unknown, State::Skipped })
+        if (SendOutcome::name(state) == name)
+            return state;
+    return State::Unknown;
+}
+
+// The search text as one FTS5 phrase: any character may stand in it once quotes are doubled.
+QString phraseOf(const QString& text)
+{
+    QString quoted = text;
+    quoted.replace(u'"', QStringLiteral("\"\""));
+    return u'"' + quoted + u'"';
+}
+
+QString likePatternOf(const QString& text)
+{
+    QString escaped = text;
+    escaped.replace(u'\\', QStringLiteral("\\\\"))
+        .replace(u'%', QStringLiteral("\\%"))
+        .replace(u'_', QStringLiteral("\\_"));
+    return u'%' + escaped + u'%';
+}
+
+// The FROM and WHERE clauses of a query and their values, in order.
+struct Filter
+{
+    QString from = QStringLiteral(" FROM entries");
+    QString where;
+    QVariantList values;
+    bool indexed = false; // the trigram index finds the entries
+};
+
+Filter filterOf(const SendRecord::Query& query)
+{
+    QStringList conditions;
+    Filter filter;
+    if (query.text.size() >= IndexedLength) {
+        filter.from = QStringLiteral(" FROM entries_fts JOIN entries ON entries.id = entries_fts.rowid");
+        filter.indexed = true;
+        conditions.append(QStringLiteral("entries_fts MATCH ?"));
+        filter.values.append(phraseOf(query.text));
+    } else if (!query.text.isEmpty()) {
+        conditions.append(QStringLiteral("(entries.number LIKE ? ESCAPE '\\' OR entries.name LIKE ? ESCAPE '\\' "
+                                         "OR entries.text LIKE ? ESCAPE '\\')"));
+        const QString pattern = likePatternOf(query.text);
+        filter.values << pattern << pattern << pattern;
+    }
+    if (query.from.isValid()) {
+        conditions.append(QStringLiteral("entries.time >= ?"));
+        filter.values.append(query.from.toMSecsSinceEpoch());
+    }
+    if (query.to.isValid()) {
+        conditions.append(QStringLiteral("entries.time < ?"));
+        filter.values.append(query.to.toMSecsSinceEpoch());
+    }
+    // The index reads only the entries recorded within the range: the first and the last of it
+    // are one look-up each in the index on time, as entries are recorded in the order of time.
+    if (filter.indexed && query.from.isValid()) {
+        conditions.append(
+            QStringLiteral("entries_fts.rowid >= (SELECT id FROM entries WHERE time >= ? ORDER BY time, id LIMIT 1)"));
+        filter.values.append(query.from.toMSecsSinceEpoch());
+    }
+    if (filter.indexed && query.to.isValid()) {
+        conditions.append(QStringLiteral(
+            "entries_fts.rowid <= (SELECT id FROM entries WHERE time < ? ORDER BY time DESC, id DESC LIMIT 1)"));
+        filter.values.append(query.to.toMSecsSinceEpoch());
+    }
+    if (!conditions.isEmpty())
+        filter.where = QStringLiteral(" WHERE ") + conditions.join(QStringLiteral(" AND "));
+    return filter;
+}
+
+// A text for a column that holds no NULL: Qt binds a null string as NULL.
+QVariant textValue(const QString& text)
+{
+    return text.isNull() ? QVariant(QStringLiteral("")) : QVariant(text);
+}
+
+void bindAll(QSqlQuery& sql, const QVariantList& values)
+{
+    for (const QVariant& value : values)
+        sql.addBindValue(value);
+}
+
+QString errorOf(const QSqlQuery& sql)
+{
+    return sql.lastError().text();
+}
+
+// A field as Excel reads it back: quoted when it holds the separator, a quote, a line break or
+// blanks at its ends.
+QString csvField(const QString& value)
+{
+    const bool quote = value.contains(u';') || value.contains(u'"') || value.contains(u'\n') || value.contains(u'\r')
+        || value.startsWith(u' ') || value.endsWith(u' ');
+    if (!quote)
+        return value;
+    QString doubled = value;
+    doubled.replace(u'"', QStringLiteral("\"\""));
+    return u'"' + doubled + u'"';
+}
+
+QString csvRoad(SendRecord::Road road)
+{
+    switch (road) {
+    case SendRecord::Road::Single:
+        return QStringLiteral("Einzel-SMS");
+    case SendRecord::Road::Bulk:
+        return QStringLiteral("MultiSMS");
+    case SendRecord::Road::Scheduled:
+        return QStringLiteral("Terminversand");
+    case SendRecord::Road::HandOff:
+        return QStringLiteral("Quellbote Server");
+    case SendRecord::Road::Command:
+        return QStringLiteral("quellbote-send");
+    }
+    return {};
+}
+
+std::atomic<int> lastConnection { 0 };
+} // namespace
+
+// Writes the entries on a thread of its own, through a connection of its own, each batch in one
+// transaction; batches that come while one is written are written together after it.
+class SendRecordWriter : public QObject
+{
+public:
+    SendRecordWriter(SendRecord* owner, const QString& path)
+        : m_owner(owner)
+        , m_path(path)
+        , m_connection(QStringLiteral("sendrecord-%1").arg(++lastConnection))
+    {
+    }
+
+    // The rest runs on the writer's thread.
+    QString open()
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
+        db.setDatabaseName(m_path);
+        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=500"));
+        if (!db.open())
+            return db.lastError().text();
+        QSqlQuery sql(db);
+        if (!sql.exec(QStringLiteral("PRAGMA synchronous=NORMAL")))
+            return errorOf(sql);
+        return {};
+    }
+
+    void enqueue(const QList<SendRecord::Entry>& entries)
+    {
+        m_queue += entries;
+        if (m_writeQueued)
+            return;
+        m_writeQueued = true;
+        QTimer::singleShot(0, this, [this] {
+            const QString error = writeQueued();
+            if (!error.isEmpty())
+                QMetaObject::invokeMethod(
+                    m_owner, [owner = m_owner, error] { owner->fail(error); }, Qt::QueuedConnection);
+        });
+    }
+
+    // Writes what is queued; the failure, the first time.
+    QString writeQueued()
+    {
+        m_writeQueued = false;
+        const QList<SendRecord::Entry> entries = std::exchange(m_queue, {});
+        if (entries.isEmpty() || m_failed)
+            return {};
+        const QString error = write(entries);
+        m_failed = !error.isEmpty();
+        return error;
+    }
+
+    // Ends the connection and gives the writer back to its owner's thread, to be deleted there.
+    void close()
+    {
+        {
+            QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+            if (db.isValid())
+                db.close();
+        }
+        QSqlDatabase::removeDatabase(m_connection);
+        moveToThread(m_owner->thread());
+    }
+
+private:
+    QString write(const QList<SendRecord::Entry>& entries)
+    {
+        QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+        if (!db.transaction())
+            return db.lastError().text();
+        QSqlQuery sql(db);
+        sql.prepare(QStringLiteral("INSERT INTO entries (time, road, name, number, text, parts, credits, outcome, "
+                                   "answer) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"));
+        for (const SendRecord::Entry& e : entries) {
+            sql.addBindValue(e.time.toMSecsSinceEpoch());
+            sql.addBindValue(SendRecord::roadName(e.road));
+            sql.addBindValue(textValue(e.name));
+            sql.addBindValue(textValue(e.number));
+            sql.addBindValue(textValue(e.text));
+            sql.addBindValue(e.parts);
+            sql.addBindValue(e.credits);
+            sql.addBindValue(SendOutcome::name(e.state));
+            sql.addBindValue(textValue(e.answer));
+            if (!sql.exec()) {
+                const QString error = errorOf(sql);
+                sql.finish();
+                db.rollback();
+                return error;
+            }
+        }
+        if (!db.commit()) {
+            const QString error = db.lastError().text();
+            db.rollback();
+            return error;
+        }
+        return {};
+    }
+
+    SendRecord* m_owner;
+    QString m_path;
+    QString m_connection;
+    QList<SendRecord::Entry> m_queue;
+    bool m_writeQueued = false;
+    bool m_failed = false;
+};
+
+QString SendRecord::roadName(Road road)
+{
+    switch (road) {
+    case Road::Single:
+        return QStringLiteral("single");
+    case Road::Bulk:
+        return QStringLiteral("bulk");
+    case Road::Scheduled:
+        return QStringLiteral("scheduled");
+    case Road::HandOff:
+        return QStringLiteral("handoff");
+    case Road::Command:
+        return QStringLiteral("command");
+    }
+    return {};
+}
+
+int SendRecord::storedRetentionDays()
+{
+    bool ok = false;
+    const int days = ToolRegistry::GetRegString(rootKey(), RetentionValue).trimmed().toInt(&ok);
+    return ok && days >= NoRecord ? days : DefaultDays;
+}
+
+void SendRecord::storeRetentionDays(int days)
+{
+    ToolRegistry::SaveRegString(rootKey(), RetentionValue, QString::number(days));
+}
+
+QString SendRecord::defaultPath()
+{
+    const QString fileName = QStringLiteral("sendrecord.sqlite");
+    if (ToolRegistry::usesOwnStoreFile())
+        return QFileInfo(ToolRegistry::storeFileName()).absoluteDir().filePath(fileName);
+    // Named here rather than by the application's name, which the window sets to the product's.
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Tarnholt/SMS/")
+        + fileName;
+}
+
+SendRecord::SendRecord(const QString& path, int retentionDays, QObject* parent)
+    : QObject(parent)
+    , m_path(path)
+    , m_connection(QStringLiteral("sendrecord-%1").arg(++lastConnection))
+    , m_wanted(retentionDays != NoRecord)
+{
+    if (!m_wanted) {
+        for (const QString& suffix : { QString(), QStringLiteral("-wal"), QStringLiteral("-shm") })
+            QFile::remove(m_path + suffix);
+        return;
+    }
+    if (!open())
+        return;
+    removeOlderThan(retentionDays);
+    if (!isRecording())
+        return;
+    m_thread = std::make_unique<QThread>();
+    m_writer = std::make_unique<SendRecordWriter>(this, m_path);
+    m_writer->moveToThread(m_thread.get());
+    m_thread->start();
+    SendRecordWriter* writer = m_writer.get();
+    QString error;
+    QMetaObject::invokeMethod(
+        writer, [writer, &error] { error = writer->open(); }, Qt::BlockingQueuedConnection);
+    if (!error.isEmpty())
+        fail(error);
+}
+
+SendRecord::~SendRecord()
+{
+    flush();
+    if (m_thread) {
+        SendRecordWriter* writer = m_writer.get();
+        QMetaObject::invokeMethod(
+            writer, [writer] { writer->close(); }, Qt::BlockingQueuedConnection);
+        m_thread->quit();
+        m_thread->wait();
+    }
+    m_writer.reset();
+    {
+        QSqlDatabase db = database();
+        if (db.isValid())
+            db.close();
+    }
+    QSqlDatabase::removeDatabase(m_connection);
+}
+
+QSqlDatabase SendRecord::database() const
+{
+    return QSqlDatabase::database(m_connection, false);
+}
+
+bool SendRecord::open()
+{
+    if (!QDir().mkpath(QFileInfo(m_path).absolutePath())) {
+        fail(QStringLiteral("Der Ordner %1 kann nicht angelegt werden.").arg(QFileInfo(m_path).absolutePath()));
+        return false;
+    }
+    const bool created = !QFileInfo::exists(m_path);
+    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
+    if (!db.isValid()) {
+        fail(QStringLiteral("Der SQLite-Treiber von Qt fehlt (libqt6sql6-sqlite)."));
+        return false;
+    }
+    db.setDatabaseName(m_path);
+    // Another instance (the window beside quellbote-send) may be writing: wait a little, not long.
+    db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=500"));
+    if (!db.open()) {
+        fail(db.lastError().text());
+        return false;
+    }
+    const QStringList statements {
+        QStringLiteral("PRAGMA journal_mode=WAL"),
+        QStringLiteral("PRAGMA synchronous=NORMAL"),
+        QStringLiteral("CREATE TABLE IF NOT EXISTS entries (id INTEGER PRIMARY KEY, time INTEGER NOT NULL, "
+                       "road TEXT NOT NULL, name TEXT NOT NULL, number TEXT NOT NULL, text TEXT NOT NULL, "
+                       "parts INTEGER NOT NULL, credits INTEGER NOT NULL, outcome TEXT NOT NULL, "
+                       "answer TEXT NOT NULL)"),
+        QStringLiteral("CREATE INDEX IF NOT EXISTS entries_time ON entries(time)"),
+        // The index of the search: every three characters of number, name and text, case aside.
+        QStringLiteral("CREATE VIRTUAL TABLE IF NOT EXISTS entries_fts USING fts5(number, name, text, "
+                       "content='entries', content_rowid='id', tokenize='trigram')"),
+        QStringLiteral("CREATE TRIGGER IF NOT EXISTS entries_added AFTER INSERT ON entries BEGIN "
+                       "INSERT INTO entries_fts(rowid, number, name, text) "
+                       "VALUES (new.id, new.number, new.name, new.text); END"),
+        QStringLiteral("CREATE TRIGGER IF NOT EXISTS entries_removed AFTER DELETE ON entries BEGIN "
+                       "INSERT INTO entries_fts(entries_fts, rowid, number, name, text) "
+                       "VALUES ('delete', old.id, old.number, old.name, old.text); END"),
+    };
+    QSqlQuery sql(db);
+    for (const QString& statement : statements) {
+        if (!sql.exec(statement)) {
+            fail(errorOf(sql));
+            return false;
+        }
+    }
+    // Names, numbers and texts of the user's contacts: for the user's eyes only. SQLite gives its
+    // -wal and -shm files the same permissions.
+    if (created)
+        QFile::setPermissions(m_path, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+    m_open = true;
+    return true;
+}
+
+void SendRecord::fail(const QString& error)
+{
+    m_open = false;
+    m_pending.clear();
+    if (m_failed)
+        return;
+    m_failed = true;
+    m_error = QStringLiteral("Das Versandprotokoll %1 kann nicht geschrieben werden: %2").arg(m_path, error);
+    emit failed(m_error);
+}
+
+bool SendRecord::isRecording() const
+{
+    return m_wanted && m_open;
+}
+
+QString SendRecord::lastError() const
+{
+    return m_error;
+}
+
+bool SendRecord::takeFailure()
+{
+    if (!m_failed || m_failureTaken)
+        return false;
+    m_failureTaken = true;
+    return true;
+}
+
+void SendRecord::add(const Entry& entry)
+{
+    if (!isRecording())
+        return;
+    m_pending.append(entry);
+    if (!m_pending.constLast().time.isValid())
+        m_pending.last().time = Clock::now();
+    if (!m_flushQueued) {
+        m_flushQueued = true;
+        QTimer::singleShot(0, this, &SendRecord::handOver);
+    }
+}
+
+void SendRecord::handOver()
+{
+    m_flushQueued = false;
+    if (m_pending.isEmpty())
+        return;
+    if (!isRecording() || !m_writer) {
+        m_pending.clear();
+        return;
+    }
+    SendRecordWriter* writer = m_writer.get();
+    QMetaObject::invokeMethod(
+        writer, [writer, entries = std::exchange(m_pending, {})] { writer->enqueue(entries); }, Qt::QueuedConnection);
+}
+
+void SendRecord::flush()
+{
+    handOver();
+    if (!isRecording() || !m_writer)
+        return;
+    SendRecordWriter* writer = m_writer.get();
+    QString error;
+    QMetaObject::invokeMethod(
+        writer, [writer, &error] { error = writer->writeQueued(); }, Qt::BlockingQueuedConnection);
+    if (!error.isEmpty())
+        fail(error);
+}
+
+QList<SendRecord::Entry> SendRecord::search(const Query& query)
+{
+    flush();
+    QList<Entry> entries;
+    if (!isRecording())
+        return entries;
+    const Filter filter = filterOf(query);
+    const QString order = query.order == Qt::AscendingOrder ? QStringLiteral(" ASC") : QStringLiteral(" DESC");
+    // Entries are written in the order they are made, so the order of the index is that of time:
+    // read in it, the index stops at the page's last entry instead of sorting every match.
+    QString sortBy = QStringLiteral("entries_fts.rowid") + order;
+    if (!filter.indexed || query.sortBy != Column::Time) {
+        sortBy = QStringLiteral("entries.") + columnOf(query.sortBy);
+        sortBy += order;
+        sortBy += QStringLiteral(", entries.id");
+        sortBy += order;
+    }
+    const QString statement = QStringLiteral("SELECT entries.id, entries.time, entries.road, entries.name, "
+                                             "entries.number, entries.text, entries.parts, entries.credits, "
+                                             "entries.outcome, entries.answer")
+        + filter.from + filter.where + QStringLiteral(" ORDER BY ") + sortBy + QStringLiteral(" LIMIT ? OFFSET ?");
+    QSqlQuery sql(database());
+    sql.setForwardOnly(true);
+    sql.prepare(statement);
+    bindAll(sql, filter.values);
+    sql.addBindValue(query.limit);
+    sql.addBindValue(std::max(query.offset, 0));
+    if (!sql.exec()) {
+        // A search that fails says so once, but doesn't end the recording.
+        if (!m_failed) {
+            m_failed = true;
+            m_error = QStringLiteral("Die Suche im Versandprotokoll ging nicht: %1").arg(errorOf(sql));
+            emit failed(m_error);
+        }
+        return entries;
+    }
+    while (sql.next()) {
+        Entry e;
+        e.id = sql.value(0).toLongLong();
+        e.time = QDateTime::fromMSecsSinceEpoch(sql.value(1).toLongLong(), Qt::UTC);
+        e.road = roadOf(sql.value(2).toString());
+        e.name = sql.value(3).toString();
+        e.number = sql.value(4).toString();
+        e.text = sql.value(5).toString();
+        e.parts = sql.value(6).toInt();
+        e.credits = sql.value(7).toInt();
+        e.state = stateOf(sql.value(8).toString());
+        e.answer = sql.value(9).toString();
+        entries.append(e);
+    }
+    return entries;
+}
+
+qint64 SendRecord::count(const Query& query)
+{
+    flush();
+    if (!isRecording())
+        return -1;
+    const Filter filter = filterOf(query);
+    QSqlQuery sql(database());
+    sql.prepare(QStringLiteral("SELECT count(*)") + filter.from + filter.where);
+    bindAll(sql, filter.values);
+    if (!sql.exec() || !sql.next())
+        return -1;
+    return sql.value(0).toLongLong();
+}
+
+int SendRecord::removeOlderThan(int days)
+{
+    flush();
+    if (days <= KeepForever || !isRecording())
+        return 0;
+    QSqlQuery sql(database());
+    sql.prepare(QStringLiteral("DELETE FROM entries WHERE time < ?"));
+    sql.addBindValue(Clock::now().toUTC().addDays(-days).toMSecsSinceEpoch());
+    if (!sql.exec()) {
+        fail(errorOf(sql));
+        return 0;
+    }
+    return sql.numRowsAffected();
+}
+
+bool SendRecord::exportCsv(const QList<Entry>& entries, QIODevice* device)
+{
+    QString table = QStringLiteral("Zeit;Weg;Name;Nummer;Text;Teile;Credits;Ergebnis;Antwort\r\n");
+    for (const Entry& e : entries) {
+        const QStringList fields {
+            e.time.toLocalTime().toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")),
+            csvRoad(e.road),
+            csvField(e.name),
+            csvField(e.number),
+            csvField(e.text),
+            QString::number(e.parts),
+            QString::number(e.credits),
+            SendOutcome::label(e.state),
+            csvField(e.answer),
+        };
+        table += fields.join(u';') + QStringLiteral("\r\n");
+    }
+    const QByteArray bytes = QByteArrayLiteral("\xEF\xBB\xBF") + table.toUtf8();
+    return device->write(bytes) == bytes.size();
+}
