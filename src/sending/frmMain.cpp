@@ -6,6 +6,8 @@
 #include "OptionPanelRules.h"
 #include "OptionsBar.h"
 #include "Prefixes.h"
+#include "SendRecord.h"
+#include "SendRecorder.h"
 #include "Version.h"
 #include "account/frmHelp.h"
 #include "account/frmNews.h"
@@ -133,6 +135,11 @@ void frmMain::load(frmSplash* splash)
             splash->info(line);
     };
     configureTransfers();
+    m_record = std::make_unique<SendRecord>();
+    m_recorder = std::make_unique<SendRecorder>(m_sending, m_record.get(), SendRecord::Road::Single);
+    connect(m_record.get(), &SendRecord::failed, this, &frmMain::recordFailed);
+    if (m_record->takeFailure())
+        recordFailed();
     credits = -1;
     info(QStringLiteral("Lade ") + ProductName() + QStringLiteral(" ..."));
     restorePosition();

@@ -28,6 +28,8 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QTimer;
+class SendRecord;
+class SendRecorder;
 class SmsTextEdit;
 class ToolbarButton;
 class UnsendableCharsBar;
@@ -226,6 +228,13 @@ private:
     QLabel* lblVersion;
     QLabel* lblCopyright;
     SendingSession* m_sending;
+    // What went out, kept on the user's machine; opened at start, which also drops old entries.
+    std::unique_ptr<SendRecord> m_record;
+    std::unique_ptr<SendRecorder> m_recorder; // goes before the record it writes to
+    // Tells the user once that the record can't be written; the sending goes on.
+    void recordFailed();
+    // The road and the price the next send is recorded with.
+    void recordAs(bool bulk);
     Inet* iNet; // the sending's transfer
     Inet* iNet2;
     QTimer* tm;

@@ -157,6 +157,7 @@ void frmMain::sendBulk(const QList<int>& only)
         }
     });
     connect(this, &QObject::destroyed, &loop, &QEventLoop::quit);
+    recordAs(true);
     run = m_sending->startRun(currentSend(), rows, only, record.release());
     // The run is one procedure for the window: it returns when the last row is on its way, while
     // the windows stay live for the answers and the button that stops it.

@@ -5,6 +5,8 @@
 #include "GatewayRequest.h"
 #include "MessageSize.h"
 #include "NumberRules.h"
+#include "SendRecord.h"
+#include "SendRecorder.h"
 #include "Version.h"
 #include "account/frmLogin.h"
 #include "account/frmNoInternet.h"
@@ -83,6 +85,7 @@ void frmMain::tbSend_Click()
         MessageBox::show(this, refusal, MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
         return;
     }
+    recordAs(false);
     mru.Add(cmbName->currentText() + QLatin1Char(';') + selectedPrefixKey() + QLatin1Char('-') + txtNummer->text());
     mru.StoreSettings();
     QPointer<frmMain> self(this);
@@ -91,6 +94,27 @@ void frmMain::tbSend_Click()
         return;
     FillListCombo();
     sessionPassword.clear();
+}
+
+void frmMain::recordAs(bool bulk)
+{
+    const cOptionen& o = Options();
+    using Road = SendRecord::Road;
+    m_recorder->setRoad(o.xmlIsServerUsed()  ? Road::HandOff
+                            : bulk           ? Road::Bulk
+                            : pendingCronjob ? Road::Scheduled
+                                             : Road::Single);
+    m_recorder->setPrice(MessageSize::updateCost(MessageSize::smsOptionsOf(o), bulk ? QString() : selectedPrefixKey(),
+                                                 bulk ? QString() : txtNummer->text()));
+}
+
+void frmMain::recordFailed()
+{
+    MessageBox::show(this,
+                     QStringLiteral("Das Versandprotokoll kann nicht geschrieben werden: %1\r\nDie SMS werden "
+                                    "trotzdem versendet; sie stehen dann nicht im Protokoll.")
+                         .arg(m_record->lastError()),
+                     MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
 }
 
 void frmMain::setHourglass(bool on)

@@ -4,6 +4,7 @@
 #include "bulk/RunRecord.h"
 #include "bulk/frmMultiSMS.h"
 #include "bulk/frmMultiSMSLog.h"
+#include "sending/SendRecord.h"
 #include "settings/cOptionen.h"
 #include "toolkit/FileChooser.h"
 #include "toolkit/Inet.h"
@@ -72,6 +73,7 @@ private slots:
 
     void everyRowGetsItsOwnText()
     {
+        const QDateTime since = QDateTime::currentDateTimeUtc();
         MessageBoxScript boxes;
         boxes.answer(MessageBox::Answer::Yes);
         // A value holding a later placeholder gets that replaced too; a number typed without "00"
@@ -102,6 +104,16 @@ private slots:
                  u"Achtung! Sie versenden eine MassenSMS!\r\nWollen Sie die 1 Nachrichten wirklich versenden?"_s);
         QTRY_COMPARE(sentTexts().size(), 4);
         QCOMPARE(sentTexts().last(), u"0049x Hallo Bert, !"_s);
+        // Each row's outcome is kept in the send record, the row sent again once more.
+        SendRecord record;
+        SendRecord::Query query;
+        query.text = u"Hallo Bert"_s;
+        query.from = since;
+        QTRY_COMPARE(record.count(query), 2);
+        const SendRecord::Entry bert = record.search(query).constFirst();
+        QCOMPARE(bert.road, SendRecord::Road::Bulk);
+        QCOMPARE(bert.state, SendOutcome::State::Refused);
+        QCOMPARE(bert.number, u"0049x"_s);
         QCOMPARE(boxes.pending(), 0);
 
         // In the next run the button still reads "Schliessen"; a press only hides the window.
