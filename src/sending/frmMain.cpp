@@ -14,6 +14,7 @@
 #include "account/frmPhonebook.h"
 #include "bulk/frmMultiSMS.h"
 #include "bulk/frmMultiSMSLog.h"
+#include "frmSentSms.h"
 #include "frmSplash.h"
 #include "settings/CUrlStore.h"
 #include "settings/OemTheme.h"
@@ -120,6 +121,33 @@ QString frmMain::defaultHeaderInfo()
     return QStringLiteral("Die einfache, sichere und schnelle Methode eine SMS zu verschicken. Weltweit.");
 }
 
+void frmMain::showSentSms()
+{
+    if (!m_sentSms) {
+        m_sentSms = std::make_unique<frmSentSms>(m_record.get());
+        connect(m_sentSms.get(), &frmSentSms::sendAgain, this, &frmMain::takeSentSms);
+    } else {
+        m_sentSms->search();
+    }
+    m_sentSms->show();
+    m_sentSms->raise();
+    m_sentSms->activateWindow();
+}
+
+void frmMain::takeSentSms(const SendRecord::Entry& entry)
+{
+    // Into the fields of a single SMS; nothing leaves before "Senden".
+    if (m_sending->isRunning())
+        return;
+    if (isMultiSMSMode)
+        disableMultiSMS();
+    if (isMinimized() || !isVisible())
+        showNormal();
+    takeRecipient(entry.name, entry.number);
+    txtSMS->setText(entry.text);
+    focusMessage();
+}
+
 void frmMain::configureTransfers()
 {
     for (Inet* transfer : { iNet, iNet2 }) {
@@ -169,6 +197,7 @@ void frmMain::load(frmSplash* splash)
     restoreSession();
     info(ProductName() + QStringLiteral(" geladen"));
     m_tray = new mTrayIcon(this, ProductName(), [this] { SysTrayMouseEventHandler(); });
+    m_tray->addMenuEntry(QStringLiteral("Gesendete SMS"), [this] { showSentSms(); });
     lastStartTime.clear();
     creditsTicks = 0;
     tmCredits->start();

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "GatewayRequest.h"
+#include "SendRecord.h"
 #include "SendingSession.h"
 #include "settings/clsMRU.h"
 
@@ -28,8 +29,8 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QTimer;
-class SendRecord;
 class SendRecorder;
+class frmSentSms;
 class SmsTextEdit;
 class ToolbarButton;
 class UnsendableCharsBar;
@@ -85,6 +86,10 @@ public:
     void tbAddressBook_Click();
     // The balance query; blocks until the service answered.
     void refreshCredits();
+    // "Gesendete SMS", from the button, Strg+G or the tray's menu.
+    void showSentSms();
+    // A recorded SMS back in the fields, to be sent again with "Senden".
+    void takeSentSms(const SendRecord::Entry& entry);
     // What sends this window's messages and runs; the log window and the editor observe it.
     SendingSession* sending() const { return m_sending; }
     // Sends rows (0-based) of the MultiSMS table again, through the checks, the password and the
@@ -218,6 +223,7 @@ private:
     ToolbarButton* tbMultiSMS;
     ToolbarButton* tbPhonebook;
     ToolbarButton* tbAddressBook;
+    ToolbarButton* tbSentSms;
     ToolbarButton* tbOptions;
     ToolbarButton* tbHelp;
     ToolbarButton* tbAdmin;
@@ -231,6 +237,7 @@ private:
     // What went out, kept on the user's machine; opened at start, which also drops old entries.
     std::unique_ptr<SendRecord> m_record;
     std::unique_ptr<SendRecorder> m_recorder; // goes before the record it writes to
+    std::unique_ptr<frmSentSms> m_sentSms; // goes before the record it shows
     // Tells the user once that the record can't be written; the sending goes on.
     void recordFailed();
     // The road and the price the next send is recorded with.

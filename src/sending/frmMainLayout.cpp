@@ -28,6 +28,7 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPointer>
+#include <QShortcut>
 #include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -222,6 +223,8 @@ void frmMain::buildControls()
     tbAddressBook
         = toolButton(QStringLiteral("tbAddressBook"), QStringLiteral("Adressbuch"),
                      QStringLiteral("Übernimmt einen Empfänger aus dem Adressbuch"), QStringLiteral("user"), this);
+    tbSentSms = toolButton(QStringLiteral("tbSentSms"), QStringLiteral("Gesendete SMS"),
+                           QStringLiteral("Zeigt, was versendet wurde (Strg+G)"), QStringLiteral("send"), this);
     tbOptions = toolButton(QStringLiteral("tbOptions"), QStringLiteral("Einstellungen"), QString(),
                            QStringLiteral("options"), this);
     tbHelp = toolButton(QStringLiteral("tbHelp"), QStringLiteral("Hilfe"), QString(), QStringLiteral("help"), this);
@@ -333,11 +336,12 @@ void frmMain::buildControls()
 
     auto* buttons = new QVBoxLayout;
     for (ToolbarButton* b :
-         { tbSend, tbTerminversand, tbMultiSMS, tbPhonebook, tbAddressBook, tbOptions, tbHelp, tbAdmin })
+         { tbSend, tbTerminversand, tbMultiSMS, tbPhonebook, tbAddressBook, tbSentSms, tbOptions, tbHelp, tbAdmin })
         buttons->addWidget(b);
     // Side windows stand beside the window, and on a narrow screen over its edge, but never over these.
     mMoveEvent::keepUncovered(
-        this, { tbSend, tbTerminversand, tbMultiSMS, tbPhonebook, tbAddressBook, tbOptions, tbHelp, tbAdmin });
+        this,
+        { tbSend, tbTerminversand, tbMultiSMS, tbPhonebook, tbAddressBook, tbSentSms, tbOptions, tbHelp, tbAdmin });
     buttons->addSpacing(8);
     buttons->addWidget(boxSignaturen, 1);
 
@@ -422,6 +426,9 @@ void frmMain::connectHandlers()
     connect(mnuSigDelete, &QAction::triggered, this, &frmMain::signatureDelete);
     connect(tbDeleteSignature, &QAbstractButton::clicked, this, &frmMain::signatureDelete);
     connect(tbAdmin, &QAbstractButton::clicked, this, [this] { tools::OpenInBrowser(Urls().Homepage(), this); });
+    connect(tbSentSms, &QAbstractButton::clicked, this, &frmMain::showSentSms);
+    auto* sentSmsKey = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_G), this);
+    connect(sentSmsKey, &QShortcut::activated, this, &frmMain::showSentSms);
     connect(lblUpdate, &QLabel::linkActivated, this, &frmMain::startUpdater);
     picUpdate->installEventFilter(this);
     connect(tbMultiSMS, &QAbstractButton::clicked, this, &frmMain::tbMultiSMS_Click);

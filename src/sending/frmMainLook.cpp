@@ -72,7 +72,7 @@ void frmMain::LoadTheme()
             w->setAutoFillBackground(true);
         }
         for (ToolbarButton* b : { tbSend, tbTerminversand, tbAdmin, tbHelp, tbMultiSMS, tbOptions, tbPhonebook,
-                                  tbAddressBook, tbAddSignature, tbDeleteSignature, tbEditSignature })
+                                  tbAddressBook, tbSentSms, tbAddSignature, tbDeleteSignature, tbEditSignature })
             b->setThemedBackColor(background);
         for (auto* b : boxVariablesToolbar->findChildren<ToolbarButton*>())
             b->setThemedBackColor(background);

@@ -46,6 +46,15 @@ QString chooseDataFileToOpen(QWidget* owner)
                  {} });
 }
 
+QString chooseExportFile(QWidget* owner)
+{
+    return run(owner,
+               { Dialog::Mode::Save,
+                 QStringLiteral("Gesendete SMS exportieren"),
+                 { QStringLiteral("Tabelle für Excel (*.csv)") },
+                 {} });
+}
+
 QString chooseDataFileToSave(QWidget* owner)
 {
     return run(owner,

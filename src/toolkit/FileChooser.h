@@ -30,6 +30,9 @@ QString chooseDataFileToOpen(QWidget* owner);
 // overwriting, the caller does both.
 QString chooseDataFileToSave(QWidget* owner);
 
+// "Gesendete SMS exportieren": a table for Excel (.csv).
+QString chooseExportFile(QWidget* owner);
+
 // A folder for the server's job files, with the prompt "Select your Windows\System\ directory".
 QString chooseFolder(QWidget* owner);
 

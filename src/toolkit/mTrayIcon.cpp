@@ -2,6 +2,7 @@
 #include "mTrayIcon.h"
 
 #include <QIcon>
+#include <QMenu>
 #include <QSystemTrayIcon>
 
 namespace {
@@ -29,6 +30,16 @@ mTrayIcon::mTrayIcon(QObject* parent, const QString& tip, std::function<void()> 
 mTrayIcon::~mTrayIcon()
 {
     m_icon->hide();
+    m_icon->setContextMenu(nullptr);
+}
+
+void mTrayIcon::addMenuEntry(const QString& text, std::function<void()> action)
+{
+    if (!m_menu) {
+        m_menu = std::make_unique<QMenu>();
+        m_icon->setContextMenu(m_menu.get());
+    }
+    connect(m_menu->addAction(text), &QAction::triggered, this, [action] { action(); });
 }
 
 bool mTrayIcon::isVisible() const

@@ -6,7 +6,9 @@
 #include <QObject>
 
 #include <functional>
+#include <memory>
 
+class QMenu;
 class QSystemTrayIcon;
 
 class mTrayIcon : public QObject
@@ -18,6 +20,9 @@ public:
     mTrayIcon(QObject* parent, const QString& tip, std::function<void()> onLeftClick);
     ~mTrayIcon() override;
 
+    // An entry of the icon's menu (the right click), in the order added.
+    void addMenuEntry(const QString& text, std::function<void()> action);
+
     // Whether the icon stands in a notification area that exists.
     bool isVisible() const;
 
@@ -26,5 +31,6 @@ public:
 
 private:
     QSystemTrayIcon* m_icon;
+    std::unique_ptr<QMenu> m_menu;
     std::function<void()> m_onLeftClick;
 };

@@ -3,8 +3,10 @@
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
 #include "TestStore.h"
+#include "sending/frmSentSms.h"
 #include "settings/cOptionen.h"
 #include "toolkit/CTooltip.h"
+#include "toolkit/FileChooser.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 
@@ -22,6 +24,8 @@
 #include <QPushButton>
 #include <QStyle>
 #include <QStyleOptionComboBox>
+#include <QPlainTextEdit>
+#include <QTableView>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -123,6 +127,48 @@ private slots:
         QCOMPARE(child<QLabel>("lblReuseText")->toolTip(), u"100% & 1+1"_s);
         emit child<QLabel>("lblReuseText")->linkActivated(QString());
         QCOMPARE(child<SmsTextEdit>("txtSMS")->text(), u"100% & 1+1"_s);
+    }
+
+    // "Gesendete SMS": what went out is found by a part of its text, shown whole with the
+    // gateway's answer, exported as Excel opens it, and taken back into the fields, unsent.
+    void sentSmsAreFoundAndTakenBack()
+    {
+        open();
+        const QString text = u"Erinnerung an Frau Berger %1"_s.arg(QDateTime::currentMSecsSinceEpoch());
+        MessageBoxScript boxes;
+        boxes.answer(MessageBox::Answer::Ok);
+        child<QComboBox>("cmbName")->setEditText(u"Berger"_s);
+        m_harness.fill(u"G171"_s, u"1234567"_s, text);
+        child<ToolbarButton>("tbSend")->click();
+        QTRY_COMPARE(boxes.count(), 1);
+        QTest::keyClick(main(), Qt::Key_G, Qt::ControlModifier);
+        frmSentSms* window = nullptr;
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (!window)
+                window = qobject_cast<frmSentSms*>(w);
+        QVERIFY(window && window->isVisible());
+        window->txtSuche->setText(text.right(20));
+        window->search();
+        QCOMPARE(window->lvGesendet->model()->rowCount(), 1);
+        QCOMPARE(window->lvGesendet->model()->index(0, 3).data().toString(), u"00491711234567"_s);
+        QCOMPARE(window->lvGesendet->model()->index(0, 7).data().toString(), u"versendet"_s);
+        QVERIFY(window->txtDetails->toPlainText().contains(u"wurde erfolgreich an das Gateway übermittelt."_s));
+        const QString exported = m_harness.folder() + u"/gesendet.csv"_s;
+        FileChooser::setHandler([&exported](const FileChooser::Dialog&) { return exported; });
+        window->cmdExport->click();
+        FileChooser::setHandler({});
+        QFile file(exported);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray bytes = file.readAll();
+        QVERIFY(bytes.startsWith("\xEF\xBB\xBFZeit;Weg;Name;Nummer;Text;"));
+        QVERIFY(QString::fromUtf8(bytes).contains(text));
+        window->cmdResend->click();
+        QCOMPARE(child<SmsTextEdit>("txtSMS")->text(), text);
+        QCOMPARE(child<QComboBox>("cmbName")->currentText(), u"Berger"_s);
+        QCOMPARE(main()->selectedPrefixKey(), u"G171"_s);
+        QCOMPARE(child<QLineEdit>("txtNummer")->text(), u"1234567"_s);
+        QCOMPARE(m_harness.bodies(u"/smsv3/smsv3.php"_s).size(), 1);
+        window->close();
     }
 
     // A remembered recipient picked from the list as a user picks one: prefix and number come back.
