@@ -4,11 +4,13 @@
 #include "OptionsDialogRules.h"
 #include "cOptionen.h"
 #include "sending/MessageSize.h"
+#include "sending/SendRecord.h"
 #include "toolkit/FieldColors.h"
 #include "toolkit/PaneHeading.h"
 #include "toolkit/VbColor.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -65,7 +67,25 @@ OptionsSendingPane::OptionsSendingPane(QWidget* parent)
     lblKosten->setObjectName(QStringLiteral("lblKosten"));
     grid->addWidget(lblKostenDetails, 7, 0);
     grid->addWidget(lblKosten, 7, 1);
-    grid->setRowStretch(8, 1);
+    // How long the record of what went out is kept on this machine.
+    cmbProtokoll = new QComboBox(this);
+    cmbProtokoll->setObjectName(QStringLiteral("cmbProtokoll"));
+    for (const auto& [caption, days] :
+         { std::pair { QStringLiteral("30 Tage"), 30 },
+           std::pair { QStringLiteral("90 Tage"), SendRecord::DefaultDays },
+           std::pair { QStringLiteral("1 Jahr"), 365 }, std::pair { QStringLiteral("immer"), SendRecord::KeepForever },
+           std::pair { QStringLiteral("kein Protokoll führen"), SendRecord::NoRecord } })
+        cmbProtokoll->addItem(caption, days);
+    auto* lblProtokoll = new QLabel(QStringLiteral("Gesendete SMS &aufbewahren:"), this);
+    lblProtokoll->setBuddy(cmbProtokoll);
+    cmbProtokoll->setAccessibleName(QStringLiteral("Gesendete SMS aufbewahren"));
+    cmbProtokoll->setToolTip(QStringLiteral("Wie lange Zeit, Empfänger, Text und Ergebnis jeder versendeten SMS auf "
+                                            "diesem Rechner aufbewahrt werden. Ältere Einträge werden beim Start "
+                                            "gelöscht."));
+    grid->addWidget(lblProtokoll, 8, 0);
+    grid->addWidget(cmbProtokoll, 8, 1, Qt::AlignLeft);
+    connect(cmbProtokoll, &QComboBox::currentIndexChanged, this, &OptionsSendingPane::changed);
+    grid->setRowStretch(9, 1);
     grid->setColumnStretch(1, 1);
 
     // Toggled, not clicked: assistive technology toggles as a click does.
@@ -87,6 +107,8 @@ void OptionsSendingPane::load()
     chkLongSMS->setChecked(Options().isLongSmsEnabled());
     chkControlEmail->setChecked(Options().isControlEmail());
     chkSmsAntwort->setChecked(Options().isAntwortEnabled());
+    const int kept = cmbProtokoll->findData(SendRecord::storedRetentionDays());
+    cmbProtokoll->setCurrentIndex(kept >= 0 ? kept : cmbProtokoll->findData(SendRecord::DefaultDays));
     cbVarAbsender_Click();
 }
 
@@ -97,6 +119,7 @@ void OptionsSendingPane::save() const
     Options().setIsLongSmsEnabled(chkLongSMS->isChecked());
     Options().setIsControlEmail(chkControlEmail->isChecked());
     Options().setIsAntwortEnabled(chkSmsAntwort->isChecked());
+    SendRecord::storeRetentionDays(cmbProtokoll->currentData().toInt());
 }
 
 void OptionsSendingPane::txtAbsender_Change()

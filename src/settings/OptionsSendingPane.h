@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Pane "Versandoptionen" of the options dialog: sender identity, long SMS, confirmation by
-// e-mail, replies, and the price these choices give.
+// e-mail, replies, the price these choices give, and how long the record of sent SMS is kept.
 #pragma once
 
 #include <QWidget>
 
 class QCheckBox;
+class QComboBox;
 class QLabel;
 class QLineEdit;
 
@@ -29,6 +30,8 @@ public:
     QCheckBox* chkSmsAntwort;
     QLabel* lblKostenDetails;
     QLabel* lblKosten;
+    // How long the send record keeps its entries.
+    QComboBox* cmbProtokoll;
 
 signals:
     void changed();

@@ -3,6 +3,7 @@
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
 #include "TestStore.h"
+#include "sending/SendRecord.h"
 #include "settings/OptionsAccountPane.h"
 #include "settings/OptionsSendingPane.h"
 #include "settings/OptionsWebPane.h"
@@ -15,6 +16,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
@@ -64,7 +66,12 @@ private slots:
         QVERIFY(!dialog.cmdSave->isEnabled() && in<QWidget>(&dialog, "warnboxAbs")->isVisible());
         txtAbsender->setText(u"004917112345678"_s);
         QVERIFY(dialog.cmdSave->isEnabled());
+        // The send record's keeping, 90 days unless chosen, kept in the store.
+        auto* keeping = in<QComboBox>(&dialog, "cmbProtokoll");
+        QCOMPARE(keeping->currentText(), u"90 Tage"_s);
+        keeping->setCurrentIndex(keeping->findText(u"kein Protokoll führen"_s));
         dialog.cmdSave->click();
+        QCOMPARE(SendRecord::storedRetentionDays(), SendRecord::NoRecord);
         QVERIFY(!dialog.isVisible());
         reloadOptionsForTesting();
         QCOMPARE(Options().Absenderkennung(), u"004917112345678"_s);
