@@ -146,7 +146,8 @@ void frmSentSms::search()
 {
     m_searchLater->stop();
     SendRecord::Query query = m_model->query();
-    query.text = txtSuche->text().trimmed();
+    // One or two characters can't use the record's index; the search starts at the third.
+    query.text = txtSuche->text().trimmed().size() >= 3 ? txtSuche->text().trimmed() : QString();
     // Local days; the record keeps UTC.
     query.from = dtVon->date() == dtVon->minimumDate() ? QDateTime() : QDateTime(dtVon->date(), QTime(0, 0)).toUTC();
     query.to = dtBis->date() == dtBis->minimumDate() ? QDateTime()
