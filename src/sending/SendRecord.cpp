@@ -166,7 +166,7 @@ QString csvField(const QString& value)
     return u'"' + doubled + u'"';
 }
 
-QString csvRoad(SendRecord::Road road)
+QString roadLabelOf(SendRecord::Road road)
 {
     switch (road) {
     case SendRecord::Road::Single:
@@ -291,6 +291,11 @@ private:
     bool m_writeQueued = false;
     bool m_failed = false;
 };
+
+QString SendRecord::roadLabel(Road road)
+{
+    return roadLabelOf(road);
+}
 
 QString SendRecord::roadName(Road road)
 {
@@ -592,7 +597,7 @@ bool SendRecord::exportCsv(const QList<Entry>& entries, QIODevice* device)
     for (const Entry& e : entries) {
         const QStringList fields {
             e.time.toLocalTime().toString(QStringLiteral("dd.MM.yyyy HH:mm:ss")),
-            csvRoad(e.road),
+            roadLabelOf(e.road),
             csvField(e.name),
             csvField(e.number),
             csvField(e.text),

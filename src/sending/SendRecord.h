@@ -28,6 +28,8 @@ public:
     // The way an SMS went: "single", "bulk", "scheduled", "handoff", "command".
     enum class Road { Single, Bulk, Scheduled, HandOff, Command };
     static QString roadName(Road road);
+    // The same in German words for the user: "Einzel-SMS", "MultiSMS", "Terminversand", ...
+    static QString roadLabel(Road road);
 
     struct Entry
     {

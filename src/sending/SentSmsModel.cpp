@@ -22,23 +22,6 @@ void SentSmsModel::setQuery(const SendRecord::Query& query)
     endResetModel();
 }
 
-QString SentSmsModel::roadLabel(SendRecord::Road road)
-{
-    switch (road) {
-    case SendRecord::Road::Single:
-        return QStringLiteral("Einzel-SMS");
-    case SendRecord::Road::Bulk:
-        return QStringLiteral("MultiSMS");
-    case SendRecord::Road::Scheduled:
-        return QStringLiteral("Terminversand");
-    case SendRecord::Road::HandOff:
-        return QStringLiteral("Quellbote Server");
-    case SendRecord::Road::Command:
-        break;
-    }
-    return QStringLiteral("quellbote-send");
-}
-
 int SentSmsModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : int(m_entries.size());
@@ -62,7 +45,7 @@ QVariant SentSmsModel::data(const QModelIndex& index, int role) const
     case 0:
         return e.time.toLocalTime().toString(QStringLiteral("dd.MM.yyyy HH:mm"));
     case 1:
-        return roadLabel(e.road);
+        return SendRecord::roadLabel(e.road);
     case 2:
         return e.name;
     case 3:

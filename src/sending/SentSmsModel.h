@@ -23,9 +23,6 @@ public:
     // How many entries the search finds in all; more than are shown when the limit cuts them.
     qint64 found() const { return m_found; }
 
-    // The road and the outcome in German words.
-    static QString roadLabel(SendRecord::Road road);
-
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
