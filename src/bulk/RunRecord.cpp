@@ -55,12 +55,13 @@ QList<int> RunRecord::Contents::rowsUnknown() const
 
 QString RunRecord::folder()
 {
-    // A store of its own (a server's --config) keeps its records beside it.
-    const QString store = ToolRegistry::storeFileName();
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    if (ToolRegistry::usesOwnStoreFile() || data.isEmpty())
-        return QFileInfo(store).absolutePath() + QStringLiteral("/runs");
-    return data + QStringLiteral("/runs");
+    // A store of its own (a server's --config) keeps its records beside it. Otherwise the user's
+    // data folder of Tarnholt/SMS, named here rather than by the application's name, which the
+    // window sets to the product's: the window and the command find the same records.
+    if (ToolRegistry::usesOwnStoreFile())
+        return QFileInfo(ToolRegistry::storeFileName()).absolutePath() + QStringLiteral("/runs");
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QStringLiteral("/Tarnholt/SMS/runs");
 }
 
 QString RunRecord::pathFor(const QList<RecipientRow>& rows)
