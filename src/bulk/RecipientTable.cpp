@@ -190,7 +190,14 @@ bool RecipientTable::loadCsv(const QString& path, const CsvList::Mapping* mappin
         else
             read = mapping ? CsvList::read(bytes, *mapping) : CsvList::read(bytes);
     }
+    const bool ok = loadCsv(read);
+    if (result)
+        *result = std::move(read);
+    return ok;
+}
 
+bool RecipientTable::loadCsv(CsvList::Result& read)
+{
     beginResetModel();
     m_entryCounter = 0;
     if (read.ok) {
@@ -204,10 +211,7 @@ bool RecipientTable::loadCsv(const QString& path, const CsvList::Mapping* mappin
         m_rows.clear();
     }
     endResetModel();
-    const bool ok = read.ok;
-    if (result)
-        *result = std::move(read);
-    return ok;
+    return read.ok;
 }
 
 bool RecipientTable::loadGroup(const QString& text)

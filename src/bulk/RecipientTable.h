@@ -66,6 +66,8 @@ public:
     // its rowNumbers give each one's row in the file); mapping, when given, stands for the one
     // the header gives. A national number that was given the German prefix sets prefixAdded.
     bool loadCsv(const QString& path, const CsvList::Mapping* mapping = nullptr, CsvList::Result* result = nullptr);
+    // The same for a list already read: its rows move into the table, all or nothing.
+    bool loadCsv(CsvList::Result& read);
     // Replaces the rows by a web group's data: lines split at LF, blanks trimmed from their ends
     // (a CR stays and ends up in a field past the free texts). All or nothing: on a failure the
     // table, its counter and prefixAdded stay as they were.

@@ -23,14 +23,6 @@ QString unescaped(const QByteArray& line)
     return QString::fromUtf8(QByteArray::fromPercentEncoding(line));
 }
 
-std::optional<SendOutcome::State> stateNamed(const QByteArray& name)
-{
-    using SendOutcome::State;
-    for (const State s : { State::Sent, State::Refused, State::Unreached, State::Unknown, State::Skipped })
-        if (SendOutcome::name(s).toLatin1() == name)
-            return s;
-    return std::nullopt;
-}
 } // namespace
 
 QList<int> RunRecord::Contents::rowsToSend() const
@@ -60,8 +52,7 @@ QString RunRecord::folder()
     // window sets to the product's: the window and the command find the same records.
     if (ToolRegistry::usesOwnStoreFile())
         return QFileInfo(ToolRegistry::storeFileName()).absolutePath() + QStringLiteral("/runs");
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
-        + QStringLiteral("/Tarnholt/SMS/runs");
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/Tarnholt/SMS/runs");
 }
 
 QString RunRecord::pathFor(const QList<RecipientRow>& rows)
@@ -102,7 +93,7 @@ RunRecord::Contents RunRecord::read(const QString& path)
             // On its way: unknown until its outcome follows.
             contents.outcomes.insert(row, SendOutcome::State::Unknown);
         } else if (f.first() == "O" && ok) {
-            if (const std::optional<SendOutcome::State> state = stateNamed(f.value(2)))
+            if (const std::optional<SendOutcome::State> state = SendOutcome::fromName(QString::fromLatin1(f.value(2))))
                 contents.outcomes.insert(row, *state);
         } else if (f.first() == "R") {
             contents.finished = false;

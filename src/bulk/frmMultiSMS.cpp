@@ -458,16 +458,20 @@ void frmMultiSMS::openDataFile()
 
 bool frmMultiSMS::openList(const QString& path)
 {
-    // A file that is no list leaves the table as it was, and the user learns why.
+    // A file that is no list leaves the table as it was, and the user learns why. The file is
+    // read once; its bytes are read again as a list only where a choice of columns applies.
     QFile file(path);
-    CsvList::Result probe;
-    if (file.open(QIODevice::ReadOnly))
-        probe = CsvList::read(file.readAll());
-    else
-        probe.failure = file.errorString();
+    QByteArray bytes;
+    CsvList::Result read;
+    if (file.open(QIODevice::ReadOnly)) {
+        bytes = file.readAll();
+        read = CsvList::read(bytes);
+    } else {
+        read.failure = file.errorString();
+    }
     file.close();
-    if (!probe.ok) {
-        MessageBox::show(this, QStringLiteral("Die Datei kann nicht als Liste gelesen werden: ") + probe.failure,
+    if (!read.ok) {
+        MessageBox::show(this, QStringLiteral("Die Datei kann nicht als Liste gelesen werden: ") + read.failure,
                          MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
         return false;
     }
@@ -475,22 +479,23 @@ bool frmMultiSMS::openList(const QString& path)
     // leaves them unsure.
     const QString columnsKey = QString::fromUtf16(ToolRegistry::RootKey) + QStringLiteral("\\ListenSpalten");
     std::optional<CsvList::Mapping> mapping;
-    if (probe.hasHeader) {
-        const QString remembered = ToolRegistry::GetRegString(columnsKey, probe.headerKey);
+    if (read.hasHeader) {
+        const QString remembered = ToolRegistry::GetRegString(columnsKey, read.headerKey);
         if (!remembered.isEmpty())
             mapping = CsvList::Mapping::fromText(remembered);
         if (mapping && !mapping->hasNumber())
             mapping.reset();
     }
-    if (!mapping && !probe.sure) {
-        mapping = frmCsvColumns::choose(probe.header, probe.mapping, this);
+    if (!mapping && !read.sure) {
+        mapping = frmCsvColumns::choose(read.header, read.mapping, this);
         if (!mapping)
             return false;
-        if (probe.hasHeader)
-            ToolRegistry::SaveRegString(columnsKey, probe.headerKey, mapping->toText());
+        if (read.hasHeader)
+            ToolRegistry::SaveRegString(columnsKey, read.headerKey, mapping->toText());
     }
-    CsvList::Result read;
-    if (!m_table.loadCsv(path, mapping ? &*mapping : nullptr, &read)) {
+    if (mapping)
+        read = CsvList::read(bytes, *mapping);
+    if (!m_table.loadCsv(read)) {
         clearInputFields();
         MessageBox::show(this, QStringLiteral("Die Datei kann nicht als Liste gelesen werden: ") + read.failure,
                          MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());

@@ -20,6 +20,14 @@ QString name(State state)
     return QStringLiteral("skipped");
 }
 
+std::optional<State> fromName(QStringView name)
+{
+    for (const State s : { State::Sent, State::Refused, State::Unreached, State::Unknown, State::Skipped })
+        if (SendOutcome::name(s) == name)
+            return s;
+    return std::nullopt;
+}
+
 QString label(State state)
 {
     switch (state) {

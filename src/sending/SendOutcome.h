@@ -5,6 +5,9 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
+
+#include <optional>
 
 namespace SendOutcome {
 
@@ -18,6 +21,8 @@ enum class State {
 
 // "sent", "refused", "unreached", "unknown", "skipped": the names scripts read.
 QString name(State state);
+// The state of a name as name() gives it; none for another text.
+std::optional<State> fromName(QStringView name);
 // The German word for the log and the command's lines.
 QString label(State state);
 

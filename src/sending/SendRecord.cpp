@@ -69,11 +69,7 @@ SendRecord::Road roadOf(const QString& name)
 
 SendOutcome::State stateOf(const QString& name)
 {
-    using SendOutcome::State;
-    for (State state : { State::Sent, State::Refused, State::Unreached, State::Unknown, State::Skipped })
-        if (SendOutcome::name(state) == name)
-            return state;
-    return State::Unknown;
+    return SendOutcome::fromName(name).value_or(SendOutcome::State::Unknown);
 }
 
 // The search text as one FTS5 phrase: any character may stand in it once quotes are doubled.

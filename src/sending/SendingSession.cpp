@@ -171,16 +171,13 @@ bool SendingSession::isBusy() const
 void SendingSession::pump()
 {
     // Re-entered from a box the host shows, or from an answer read meanwhile: the outer pass goes on.
-    if (m_pumping) {
-        m_pumpAgain = true;
+    if (m_pumping)
         return;
-    }
     m_pumping = true;
     QPointer<SendingSession> self(this);
     QElapsedTimer slice;
     slice.start();
     while (self) {
-        m_pumpAgain = false;
         if (!m_prepared && !prepareNext())
             break;
         if (!self)

@@ -153,5 +153,4 @@ private:
     int m_lastMessage = 0;
     int m_lastRun = 0;
     bool m_pumping = false;
-    bool m_pumpAgain = false;
 };

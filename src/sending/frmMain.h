@@ -166,6 +166,8 @@ private:
 
     // The send road.
     bool validateInput();
+    // The stored password for this send, or the one the password prompt gives.
+    void takeSessionPassword();
     void sendSingle();
     // The start of a bulk run: balance test, question, then the run over the MultiSMS table, or
     // over only the rows of only.

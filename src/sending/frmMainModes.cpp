@@ -3,7 +3,6 @@
 // phonebook beside the window, the options and the help.
 #include "MessageSize.h"
 #include "NumberRules.h"
-#include "account/frmLogin.h"
 #include "account/frmPhonebook.h"
 #include "bulk/RunRecord.h"
 #include "bulk/frmMultiSMS.h"
@@ -206,8 +205,7 @@ void frmMain::sendRowsAgain(const QList<int>& notSent, const QList<int>& unknown
     }
     if (rows.isEmpty() || !validateInput())
         return;
-    sessionPassword
-        = Options().kennwort().isEmpty() ? frmLogin::askForPassword(Options().Username(), this) : Options().kennwort();
+    takeSessionPassword();
     txtSMS_Change();
     sendBulk(rows);
 }

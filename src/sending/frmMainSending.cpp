@@ -72,8 +72,7 @@ void frmMain::tbSend_Click()
         return;
     if (!validateInput())
         return;
-    sessionPassword
-        = Options().kennwort().isEmpty() ? frmLogin::askForPassword(Options().Username(), this) : Options().kennwort();
+    takeSessionPassword();
     txtSMS_Change();
     if (isMultiSMSMode) {
         sendBulk();
@@ -94,6 +93,12 @@ void frmMain::tbSend_Click()
         return;
     FillListCombo();
     sessionPassword.clear();
+}
+
+void frmMain::takeSessionPassword()
+{
+    sessionPassword
+        = Options().kennwort().isEmpty() ? frmLogin::askForPassword(Options().Username(), this) : Options().kennwort();
 }
 
 void frmMain::recordAs(bool bulk)
