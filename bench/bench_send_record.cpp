@@ -83,6 +83,7 @@ int main(int argc, char* argv[])
     // Recording: every SMS on an event-loop turn of its own, as a bulk run's answers come.
     QList<double> recordUs; // on the sending thread
     QList<double> writtenUs; // until the last entry is written
+    QList<double> indexedUs; // and indexed, which waits for a pause in the sending
     {
         QTemporaryDir recordDir;
         for (int r = 0; r < rounds; ++r) {
@@ -99,6 +100,8 @@ int main(int argc, char* argv[])
             recordUs.append(double(timer.nsecsElapsed()) / 1000.0 / entries.size());
             record.flush();
             writtenUs.append(double(timer.nsecsElapsed()) / 1000.0 / entries.size());
+            record.catchUp();
+            indexedUs.append(double(timer.nsecsElapsed()) / 1000.0 / entries.size());
         }
     }
 
@@ -115,7 +118,7 @@ int main(int argc, char* argv[])
             if (i % 10000 == 9999)
                 record.flush();
         }
-        record.flush();
+        record.catchUp();
         std::printf("filled %d entries in %.1f s\n", entryCount, timer.elapsed() / 1000.0);
     }
 
@@ -165,6 +168,7 @@ int main(int argc, char* argv[])
     }
     BenchRounds::printFigure("recording per SMS on the sending thread, µs", recordUs);
     BenchRounds::printFigure("until written by the record's thread, per SMS, µs", writtenUs);
+    BenchRounds::printFigure("until written and indexed, per SMS, µs", indexedUs);
     const double perSms = BenchRounds::median(recordUs);
     std::printf("search: slowest median %.1f ms in %d entries against %.0f ms (two characters, without the index: "
                 "%.0f ms); recording %.1f µs per SMS, %.1f %% of a bulk run's row at best (%.0f µs)\n",

@@ -29,6 +29,8 @@ const QString RetentionValue = QStringLiteral("SendRecordDays");
 
 // Searches of fewer characters than a trigram can't use the index and read the entries instead.
 constexpr int IndexedLength = 3;
+// How long no entry must come before the index catches up.
+constexpr int IndexDelayMs = 1000;
 
 QString rootKey()
 {
@@ -186,6 +188,43 @@ QString roadLabelOf(SendRecord::Road road)
 }
 
 std::atomic<int> lastConnection { 0 };
+
+// Indexes the entries written since the index last caught up, in one transaction that holds the
+// record's write lock, so that two instances never index an entry twice.
+QString indexUnindexed(QSqlDatabase db)
+{
+    QSqlQuery sql(db);
+    if (!sql.exec(QStringLiteral("BEGIN IMMEDIATE")))
+        return errorOf(sql);
+    const auto rollback = [&sql] {
+        const QString error = errorOf(sql);
+        sql.finish();
+        sql.exec(QStringLiteral("ROLLBACK"));
+        return error;
+    };
+    if (!sql.exec(
+            QStringLiteral("SELECT (SELECT upto FROM entries_indexed), (SELECT coalesce(max(id), 0) FROM entries)"))
+        || !sql.next())
+        return rollback();
+    const qint64 upto = sql.value(0).toLongLong();
+    const qint64 last = sql.value(1).toLongLong();
+    sql.finish();
+    if (last > upto) {
+        sql.prepare(QStringLiteral("INSERT INTO entries_fts(rowid, number, name, text) "
+                                   "SELECT id, number, name, text FROM entries WHERE id > ? AND id <= ?"));
+        sql.addBindValue(upto);
+        sql.addBindValue(last);
+        if (!sql.exec())
+            return rollback();
+        sql.prepare(QStringLiteral("UPDATE entries_indexed SET upto = ?"));
+        sql.addBindValue(last);
+        if (!sql.exec())
+            return rollback();
+    }
+    if (!sql.exec(QStringLiteral("COMMIT")))
+        return rollback();
+    return {};
+}
 } // namespace
 
 // Writes the entries on a thread of its own, through a connection of its own, each batch in one
@@ -219,7 +258,32 @@ public:
         QSqlQuery sql(db);
         if (!sql.exec(QStringLiteral("PRAGMA synchronous=NORMAL")))
             return errorOf(sql);
+        // Entries are indexed once no more have come for a while: a bulk run pays only for the
+        // rows themselves, and the index catches up when it is through.
+        m_indexLater = std::make_unique<QTimer>();
+        m_indexLater->setSingleShot(true);
+        m_indexLater->setInterval(IndexDelayMs);
+        QObject::connect(m_indexLater.get(), &QTimer::timeout, this, [this] {
+            const QString error = index();
+            if (!error.isEmpty())
+                QMetaObject::invokeMethod(
+                    m_owner, [owner = m_owner, error] { owner->fail(error); }, Qt::QueuedConnection);
+        });
+        // What an instance that was ended left unindexed.
+        m_indexLater->start();
         return {};
+    }
+
+    // Indexes what is written and not yet indexed, by this instance or another.
+    QString index()
+    {
+        if (m_indexLater)
+            m_indexLater->stop();
+        if (m_failed)
+            return {};
+        const QString error = indexUnindexed(QSqlDatabase::database(m_connection, false));
+        m_failed = !error.isEmpty();
+        return error;
     }
 
     void enqueue(const QList<SendRecord::Entry>& entries)
@@ -245,12 +309,16 @@ public:
             return {};
         const QString error = write(entries);
         m_failed = !error.isEmpty();
+        if (!m_failed && m_indexLater)
+            m_indexLater->start();
         return error;
     }
 
     // Ends the connection and gives the writer back to its owner's thread, to be deleted there.
     void close()
     {
+        index();
+        m_indexLater.reset();
         {
             QSqlDatabase db = QSqlDatabase::database(m_connection, false);
             if (db.isValid())
@@ -298,6 +366,7 @@ private:
     QString m_path;
     QString m_connection;
     QList<SendRecord::Entry> m_queue;
+    std::unique_ptr<QTimer> m_indexLater;
     bool m_writeQueued = false;
     bool m_failed = false;
 };
@@ -417,28 +486,53 @@ bool SendRecord::open()
         fail(db.lastError().text());
         return false;
     }
+    QSqlQuery sql(db);
+    for (const QString& pragma :
+         { QStringLiteral("PRAGMA journal_mode=WAL"), QStringLiteral("PRAGMA synchronous=NORMAL") }) {
+        if (!sql.exec(pragma)) {
+            fail(errorOf(sql));
+            return false;
+        }
+    }
     const QStringList statements {
-        QStringLiteral("PRAGMA journal_mode=WAL"),
-        QStringLiteral("PRAGMA synchronous=NORMAL"),
+        QStringLiteral("BEGIN IMMEDIATE"),
         QStringLiteral("CREATE TABLE IF NOT EXISTS entries (id INTEGER PRIMARY KEY, time INTEGER NOT NULL, "
                        "road TEXT NOT NULL, name TEXT NOT NULL, number TEXT NOT NULL, text TEXT NOT NULL, "
                        "parts INTEGER NOT NULL, credits INTEGER NOT NULL, outcome TEXT NOT NULL, "
                        "answer TEXT NOT NULL)"),
         QStringLiteral("CREATE INDEX IF NOT EXISTS entries_time ON entries(time)"),
         // The index of the search: every three characters of number, name and text, case aside.
+        // Entries are indexed after they are written, up to the entry entries_indexed names.
         QStringLiteral("CREATE VIRTUAL TABLE IF NOT EXISTS entries_fts USING fts5(number, name, text, "
                        "content='entries', content_rowid='id', tokenize='trigram')"),
-        QStringLiteral("CREATE TRIGGER IF NOT EXISTS entries_added AFTER INSERT ON entries BEGIN "
-                       "INSERT INTO entries_fts(rowid, number, name, text) "
-                       "VALUES (new.id, new.number, new.name, new.text); END"),
+        QStringLiteral("CREATE TABLE IF NOT EXISTS entries_indexed (upto INTEGER NOT NULL)"),
+        // A record whose entries were indexed as they were written has all of them indexed.
+        QStringLiteral("INSERT INTO entries_indexed SELECT CASE WHEN EXISTS (SELECT 1 FROM sqlite_master WHERE "
+                       "type = 'trigger' AND name = 'entries_added') THEN coalesce(max(id), 0) ELSE 0 END "
+                       "FROM entries WHERE NOT EXISTS (SELECT 1 FROM entries_indexed)"),
+        QStringLiteral("DROP TRIGGER IF EXISTS entries_added"),
+        // Only entries already indexed are removed (removeOlderThan catches up first).
         QStringLiteral("CREATE TRIGGER IF NOT EXISTS entries_removed AFTER DELETE ON entries BEGIN "
                        "INSERT INTO entries_fts(entries_fts, rowid, number, name, text) "
                        "VALUES ('delete', old.id, old.number, old.name, old.text); END"),
+        QStringLiteral("COMMIT"),
     };
-    QSqlQuery sql(db);
-    for (const QString& statement : statements) {
+    // A record in today's form needs nothing written, so it opens while another instance writes.
+    if (!sql.exec(QStringLiteral("SELECT (SELECT count(*) FROM sqlite_master WHERE type = 'table' AND name = "
+                                 "'entries_indexed') - (SELECT count(*) FROM sqlite_master WHERE type = 'trigger' "
+                                 "AND name = 'entries_added')"))
+        || !sql.next()) {
+        fail(errorOf(sql));
+        return false;
+    }
+    const bool current = sql.value(0).toInt() == 1;
+    sql.finish();
+    for (const QString& statement : current ? QStringList() : statements) {
         if (!sql.exec(statement)) {
-            fail(errorOf(sql));
+            const QString error = errorOf(sql);
+            sql.finish();
+            sql.exec(QStringLiteral("ROLLBACK"));
+            fail(error);
             return false;
         }
     }
@@ -520,9 +614,26 @@ void SendRecord::flush()
         fail(error);
 }
 
-QList<SendRecord::Entry> SendRecord::search(const Query& query)
+void SendRecord::catchUp()
 {
     flush();
+    if (!isRecording())
+        return;
+    QString error;
+    if (m_writer) {
+        SendRecordWriter* writer = m_writer.get();
+        QMetaObject::invokeMethod(
+            writer, [writer, &error] { error = writer->index(); }, Qt::BlockingQueuedConnection);
+    } else {
+        error = indexUnindexed(database());
+    }
+    if (!error.isEmpty())
+        fail(error);
+}
+
+QList<SendRecord::Entry> SendRecord::search(const Query& query)
+{
+    catchUp();
     QList<Entry> entries;
     if (!isRecording())
         return entries;
@@ -575,7 +686,7 @@ QList<SendRecord::Entry> SendRecord::search(const Query& query)
 
 qint64 SendRecord::count(const Query& query)
 {
-    flush();
+    catchUp();
     if (!isRecording())
         return -1;
     const Filter filter = filterOf(query);
@@ -593,7 +704,8 @@ int SendRecord::removeOlderThan(int days)
     if (days <= KeepForever || !isRecording())
         return 0;
     QSqlQuery sql(database());
-    sql.prepare(QStringLiteral("DELETE FROM entries WHERE time < ?"));
+    // An entry not yet indexed stays until it is: the index can't forget what it never held.
+    sql.prepare(QStringLiteral("DELETE FROM entries WHERE time < ? AND id <= (SELECT upto FROM entries_indexed)"));
     sql.addBindValue(Clock::now().toUTC().addDays(-days).toMSecsSinceEpoch());
     if (!sql.exec()) {
         fail(errorOf(sql));

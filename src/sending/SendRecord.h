@@ -91,6 +91,10 @@ public:
     // that a bulk run doesn't wait for the index or the disk.
     void add(const Entry& entry);
     void flush();
+    // Writes what is kept and indexes what is written. The index otherwise follows a second after
+    // the last entry (or at the end of the record), so that a bulk run doesn't wait for it;
+    // searches catch up first.
+    void catchUp();
 
     QList<Entry> search(const Query& query);
     // How many entries the query finds without its limit and offset; -1 when the record failed.

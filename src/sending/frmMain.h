@@ -90,6 +90,8 @@ public:
     void showSentSms();
     // A recorded SMS back in the fields, to be sent again with "Senden".
     void takeSentSms(const SendRecord::Entry& entry);
+    // The record of what went out; null when none is kept.
+    SendRecord* sendRecord() const { return m_record.get(); }
     // What sends this window's messages and runs; the log window and the editor observe it.
     SendingSession* sending() const { return m_sending; }
     // Sends rows (0-based) of the MultiSMS table again, through the checks, the password and the

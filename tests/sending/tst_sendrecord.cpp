@@ -14,6 +14,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 using State = SendOutcome::State;
 using Road = SendRecord::Road;
@@ -137,6 +139,68 @@ private slots:
         query.offset = offset;
         QCOMPARE(namesOf(record.search(query)), names);
         QCOMPARE(record.count(query), offset == 0 ? names.size() : 4);
+        QVERIFY(record.lastError().isEmpty());
+    }
+
+    void indexedOnce_data()
+    {
+        QTest::addColumn<QString>("writer");
+        QTest::newRow("another instance beside this one") << u"instance"_s;
+        QTest::newRow("a record indexed as its entries were written") << u"older record"_s;
+        QTest::newRow("an instance ended before it indexed") << u"ended"_s;
+    }
+
+    // Entries are indexed after they are written, by whichever instance comes first: each is found,
+    // and found once.
+    void indexedOnce()
+    {
+        QFETCH(QString, writer);
+        const SendRecord::Entry written
+            = entry(u"Frau Berger"_s, u"00491711234567"_s, u"Erinnerung an den Termin"_s, 1);
+        std::unique_ptr<SendRecord> other;
+        if (writer == u"instance"_s) {
+            other = std::make_unique<SendRecord>(path(), SendRecord::KeepForever);
+            other->add(written);
+            other->flush();
+        } else {
+            auto db = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"writer"_s);
+            db.setDatabaseName(path());
+            QVERIFY(db.open());
+            QSqlQuery sql(db);
+            QStringList statements {
+                u"CREATE TABLE entries (id INTEGER PRIMARY KEY, time INTEGER NOT NULL, road TEXT NOT NULL, "
+                "name TEXT NOT NULL, number TEXT NOT NULL, text TEXT NOT NULL, parts INTEGER NOT NULL, "
+                "credits INTEGER NOT NULL, outcome TEXT NOT NULL, answer TEXT NOT NULL)"_s,
+                u"CREATE VIRTUAL TABLE entries_fts USING fts5(number, name, text, content='entries', "
+                "content_rowid='id', tokenize='trigram')"_s,
+            };
+            if (writer == u"older record"_s)
+                statements
+                    << u"CREATE TRIGGER entries_added AFTER INSERT ON entries BEGIN INSERT INTO "
+                       "entries_fts(rowid, number, name, text) VALUES (new.id, new.number, new.name, new.text); END"_s;
+            else
+                statements << u"CREATE TABLE entries_indexed (upto INTEGER NOT NULL)"_s
+                           << u"INSERT INTO entries_indexed VALUES (0)"_s;
+            statements << u"INSERT INTO entries VALUES (1, %1, 'single', 'Frau Berger', '00491711234567', "
+                          "'Erinnerung an den Termin', 1, 10, 'sent', 'OK')"_s.arg(written.time.toMSecsSinceEpoch());
+            for (const QString& statement : std::as_const(statements))
+                QVERIFY2(sql.exec(statement), qPrintable(statement));
+            sql.finish();
+            db.close();
+            db = {};
+            QSqlDatabase::removeDatabase(u"writer"_s);
+        }
+        SendRecord record(path(), SendRecord::KeepForever);
+        record.add(entry(u"Jan"_s, u"00491711234000"_s, u"Komme später"_s, 0));
+        SendRecord::Query query;
+        query.text = u"erinnerung"_s;
+        QCOMPARE(namesOf(record.search(query)), QStringList { u"Frau Berger"_s });
+        query.text = u"Komme"_s;
+        if (other)
+            QCOMPARE(namesOf(other->search(query)), QStringList { u"Jan"_s });
+        other.reset();
+        query.text = u"1711234"_s;
+        QCOMPARE(namesOf(record.search(query)), (QStringList { u"Jan"_s, u"Frau Berger"_s }));
         QVERIFY(record.lastError().isEmpty());
     }
 
