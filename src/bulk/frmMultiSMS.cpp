@@ -2,6 +2,7 @@
 #include "frmMultiSMS.h"
 
 #include "frmCsvColumns.h"
+#include "frmListCheck.h"
 #include "frmOpenWebGroup.h"
 #include "sending/frmMain.h"
 #include "settings/AddressBook.h"
@@ -27,6 +28,7 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QTableView>
 #include <QToolBar>
@@ -108,6 +110,7 @@ frmMultiSMS::frmMultiSMS()
     m_table.setPrefixAdded(false);
     clearInputFields();
     txtAnzahl->setText(QStringLiteral("0"));
+    refreshPreview();
 }
 
 frmMultiSMS::~frmMultiSMS() = default;
@@ -133,6 +136,10 @@ void frmMultiSMS::buildControls()
     keySave = key(toolBar, "save", QStringLiteral("Speichern"), QStringLiteral(":/pictures/save.svg"),
                   QStringLiteral("Speichert die aktuelle Datendatei."), shortcutText(QKeySequence::Save));
     keySave->setShortcut(QKeySequence::Save);
+    keyCheck = key(toolBar, "check", QStringLiteral("Prüfen"), QStringLiteral(":/pictures/ok.svg"),
+                   QStringLiteral("Zeigt die Zeilen, die nicht so hinausgehen, wie sie angezeigt werden."),
+                   QStringLiteral("Strg+P"));
+    keyCheck->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
     layout->addWidget(toolBar);
 
     lvData = new QTableView(this);
@@ -153,6 +160,24 @@ void frmMultiSMS::buildControls()
     lvData->setAlternatingRowColors(true);
     lvData->setWordWrap(false);
     layout->addWidget(lvData, 1);
+
+    // The selected row's SMS as its recipient gets it.
+    auto* previewCaption = new QLabel(QStringLiteral("&Vorschau für den gewählten Empfänger"), this);
+    layout->addWidget(previewCaption);
+    txtVorschau = new QPlainTextEdit(this);
+    txtVorschau->setObjectName(QStringLiteral("txtVorschau"));
+    txtVorschau->setAccessibleName(QStringLiteral("Vorschau für den gewählten Empfänger"));
+    txtVorschau->setReadOnly(true);
+    txtVorschau->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
+    txtVorschau->setTabChangesFocus(true);
+    txtVorschau->setFixedHeight(txtVorschau->fontMetrics().lineSpacing() * 3
+                                + int(txtVorschau->document()->documentMargin() * 2) + txtVorschau->frameWidth() * 2);
+    previewCaption->setBuddy(txtVorschau);
+    layout->addWidget(txtVorschau);
+    lblVorschau = new QLabel(this);
+    lblVorschau->setObjectName(QStringLiteral("lblVorschau"));
+    lblVorschau->setWordWrap(true);
+    layout->addWidget(lblVorschau);
 
     auto* entry = new QHBoxLayout;
     auto* fields = new QFormLayout;
@@ -241,6 +266,12 @@ void frmMultiSMS::connectHandlers()
     connect(keyOpen, &QAction::triggered, this, &frmMultiSMS::openDataFile);
     connect(keyOpenWeb, &QAction::triggered, this, &frmMultiSMS::openWebGroup);
     connect(keySave, &QAction::triggered, this, &frmMultiSMS::saveFile);
+    connect(keyCheck, &QAction::triggered, this, [this] { checkList({}, true); });
+    connect(lvData->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmMultiSMS::refreshPreview);
+    connect(&m_table, &QAbstractItemModel::modelReset, this, &frmMultiSMS::refreshPreview);
+    connect(&m_table, &QAbstractItemModel::layoutChanged, this, &frmMultiSMS::refreshPreview);
+    connect(&m_table, &QAbstractItemModel::dataChanged, this, &frmMultiSMS::refreshPreview);
+    connect(&m_table, &QAbstractItemModel::rowsRemoved, this, &frmMultiSMS::refreshPreview);
     connect(keyAdd, &QAction::triggered, this, &frmMultiSMS::addEntry);
     connect(keyOk, &QAction::triggered, this, &frmMultiSMS::applyEdit);
     connect(keyDelete, &QAction::triggered, this, &frmMultiSMS::deleteEntry);
@@ -432,8 +463,9 @@ void frmMultiSMS::openDataFile()
     if (path.isEmpty())
         return;
     txtFilename->setText(path);
+    QList<CsvList::Doubt> leftOut;
     if (CsvList::isCsvPath(path)) {
-        if (!openList(path))
+        if (!openList(path, &leftOut))
             return;
     } else if (!m_table.load(path)) {
         // Nothing of the file stays; the count and the figures keep their old values.
@@ -452,11 +484,12 @@ void frmMultiSMS::openDataFile()
                                         "Nummern bei Bedarf ab."),
                          MessageBox::Buttons::Ok, MessageBox::Icon::Information, ProductName());
     }
+    checkList(leftOut, false);
     if (frmMain* main = frmMain::instance())
         main->offerToGoOn();
 }
 
-bool frmMultiSMS::openList(const QString& path)
+bool frmMultiSMS::openList(const QString& path, QList<CsvList::Doubt>* leftOut)
 {
     // A file that is no list leaves the table as it was, and the user learns why. The file is
     // read once; its bytes are read again as a list only where a choice of columns applies.
@@ -501,33 +534,66 @@ bool frmMultiSMS::openList(const QString& path)
                          MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
         return false;
     }
-    if (!read.doubtful.isEmpty()) {
-        // Read whole; the rows that can't be sent to are named, with why.
-        QStringList lines;
-        for (const CsvList::Doubt& doubt : std::as_const(read.doubtful)) {
-            if (lines.size() == 15) {
-                lines.append(QStringLiteral("und %1 weitere").arg(read.doubtful.size() - 15));
-                break;
-            }
-            lines.append(
-                QStringLiteral("Zeile %1 (%2, %3): %4").arg(doubt.row).arg(doubt.name, doubt.number, doubt.reason));
-        }
-        MessageBox::show(this,
-                         QStringLiteral("%1 Zeilen der Liste wurden übernommen. Diese %2 Zeilen wurden nicht "
-                                        "übernommen:\r\n\r\n")
-                                 .arg(m_table.rowCount())
-                                 .arg(read.doubtful.size())
-                             + lines.join(QStringLiteral("\r\n")),
-                         MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
-    }
+    // Named in the report that follows.
+    *leftOut = read.doubtful;
     return true;
 }
 
 void frmMultiSMS::openWebGroup()
 {
+    bool loaded = false;
+    const QMetaObject::Connection reset
+        = connect(&m_table, &QAbstractItemModel::modelReset, this, [&loaded] { loaded = true; });
     frmOpenWebGroup::showOpenWebGroup(m_table, frmMain::instance());
-    if (defaultInstance<frmMultiSMS>() == this)
+    disconnect(reset);
+    if (defaultInstance<frmMultiSMS>() != this)
+        return;
+    recalcMaxSizes();
+    if (loaded)
+        checkList({}, false);
+}
+
+void frmMultiSMS::checkList(const QList<CsvList::Doubt>& leftOut, bool always)
+{
+    frmMain* main = frmMain::instance();
+    if (!main)
+        return;
+    const auto check = [this, main] {
+        return ListCheck::check(m_table.rows(), main->listCheckContext());
+    };
+    if (!always && leftOut.isEmpty() && check().isEmpty())
+        return;
+    const int rows = int(m_table.rowCount());
+    const int goTo = frmListCheck::review(m_table, check, leftOut, this);
+    if (m_table.rowCount() != rows) {
+        clearInputFields();
         recalcMaxSizes();
+    }
+    if (goTo >= 0)
+        goToRow(goTo);
+}
+
+void frmMultiSMS::goToRow(int row)
+{
+    lvData->selectRow(row);
+    lvData->scrollTo(m_table.index(row, 0));
+    lvData->setFocus();
+}
+
+void frmMultiSMS::refreshPreview()
+{
+    const int row = selectedRow();
+    frmMain* main = frmMain::instance();
+    if (row < 0 || row >= m_table.rowCount() || !main) {
+        txtVorschau->clear();
+        lblVorschau->setText(QStringLiteral("Wählen Sie einen Empfänger, um seine SMS zu sehen."));
+        return;
+    }
+    const ListCheck::Preview preview = ListCheck::preview(m_table.rows().at(row), main->listCheckContext());
+    txtVorschau->setPlainText(preview.text);
+    const QString number
+        = preview.number.isEmpty() ? QStringLiteral("ohne Nummer") : QStringLiteral("an ") + preview.number;
+    lblVorschau->setText(number + QStringLiteral(": ") + ListCheck::previewLine(preview));
 }
 
 void frmMultiSMS::saveFile()

@@ -4,6 +4,7 @@
 // and follows it; the bulk run reads its rows, the main window its three size figures.
 #pragma once
 
+#include "CsvList.h"
 #include "RecipientTable.h"
 
 #include <QWidget>
@@ -11,6 +12,7 @@
 class QAction;
 class QLabel;
 class QLineEdit;
+class QPlainTextEdit;
 class QProgressBar;
 class QTableView;
 class QToolBar;
@@ -37,6 +39,8 @@ public:
     qint16 getMaxNameSize() const { return m_table.getMaxNameSize(); }
     qint16 getMaxFrei1Size() const { return m_table.getMaxFrei1Size(); }
     qint16 getMaxFrei2Size() const { return m_table.getMaxFrei2Size(); }
+    // The selected row's message as its recipient gets it, after the text or the row changed.
+    void refreshPreview();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -58,7 +62,11 @@ private:
     void openDataFile();
     // A list from a table (CSV): its columns chosen where unsure, its doubtful rows named; false
     // when nothing was loaded.
-    bool openList(const QString& path);
+    bool openList(const QString& path, QList<CsvList::Doubt>* leftOut);
+    // The report of the rows that would not go out as shown, after a load (only when there is
+    // something to report) or asked for with "Prüfen" (always).
+    void checkList(const QList<CsvList::Doubt>& leftOut, bool always);
+    void goToRow(int row);
     void openWebGroup();
     void saveFile();
     void writeDataFile(const QString& path);
@@ -73,11 +81,14 @@ private:
     QAction* keyOpen;
     QAction* keyOpenWeb;
     QAction* keySave;
+    QAction* keyCheck;
     QAction* keyAdd;
     QAction* keyOk;
     QAction* keyDelete;
     QAction* keyAddressBook;
     QTableView* lvData;
+    QPlainTextEdit* txtVorschau;
+    QLabel* lblVorschau;
     QLineEdit* txtName;
     // The Tag of the row being edited, empty while a new entry is typed.
     QString txtNameTag;

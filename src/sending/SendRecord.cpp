@@ -508,8 +508,8 @@ bool SendRecord::open()
         QStringLiteral("CREATE TABLE IF NOT EXISTS entries_indexed (upto INTEGER NOT NULL)"),
         // A record whose entries were indexed as they were written has all of them indexed.
         QStringLiteral("INSERT INTO entries_indexed SELECT CASE WHEN EXISTS (SELECT 1 FROM sqlite_master WHERE "
-                       "type = 'trigger' AND name = 'entries_added') THEN coalesce(max(id), 0) ELSE 0 END "
-                       "FROM entries WHERE NOT EXISTS (SELECT 1 FROM entries_indexed)"),
+                       "type = 'trigger' AND name = 'entries_added') THEN (SELECT coalesce(max(id), 0) FROM entries) "
+                       "ELSE 0 END WHERE NOT EXISTS (SELECT 1 FROM entries_indexed)"),
         QStringLiteral("DROP TRIGGER IF EXISTS entries_added"),
         // Only entries already indexed are removed (removeOlderThan catches up first).
         QStringLiteral("CREATE TRIGGER IF NOT EXISTS entries_removed AFTER DELETE ON entries BEGIN "
@@ -703,15 +703,29 @@ int SendRecord::removeOlderThan(int days)
     flush();
     if (days <= KeepForever || !isRecording())
         return 0;
-    QSqlQuery sql(database());
+    QSqlDatabase db = database();
+    QSqlQuery sql(db);
+    const auto failed = [this, &sql] {
+        fail(errorOf(sql));
+        sql.finish();
+        sql.exec(QStringLiteral("ROLLBACK"));
+        return 0;
+    };
+    if (!sql.exec(QStringLiteral("BEGIN IMMEDIATE")))
+        return failed();
     // An entry not yet indexed stays until it is: the index can't forget what it never held.
     sql.prepare(QStringLiteral("DELETE FROM entries WHERE time < ? AND id <= (SELECT upto FROM entries_indexed)"));
     sql.addBindValue(Clock::now().toUTC().addDays(-days).toMSecsSinceEpoch());
-    if (!sql.exec()) {
-        fail(errorOf(sql));
-        return 0;
-    }
-    return sql.numRowsAffected();
+    if (!sql.exec())
+        return failed();
+    const int removed = sql.numRowsAffected();
+    // With the newest entries gone, SQLite gives their numbers again: the next entry must still
+    // count as not indexed.
+    if (!sql.exec(QStringLiteral("UPDATE entries_indexed SET upto = min(upto, (SELECT coalesce(max(id), 0) FROM "
+                                 "entries))"))
+        || !sql.exec(QStringLiteral("COMMIT")))
+        return failed();
+    return removed;
 }
 
 bool SendRecord::exportCsv(const QList<Entry>& entries, QIODevice* device)

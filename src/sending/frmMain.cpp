@@ -487,10 +487,29 @@ void frmMain::recalcSmsSize()
         txtZeichenMultiSMS->setText(QString::number(figures.txtZeichenMultiSMS));
         txtAnzahlProNachricht->setText(QString::number(figures.txtAnzahlProNachricht));
         txtAnzahlMultiSMS->setText(QString::number(figures.txtAnzahlMultiSMS));
+        if (frmMultiSMS* table = frmMultiSMS::loaded())
+            table->refreshPreview();
         return;
     }
     txtZeichen->setText(QString::number(figures.txtZeichen));
     txtAnzahlSMS->setText(QString::number(figures.txtAnzahlSMS));
+}
+
+ListCheck::Context frmMain::listCheckContext() const
+{
+    ListCheck::Context context;
+    context.txtSMS = txtSMS->text();
+    context.options = MessageSize::smsOptionsOf(Options());
+    MessageSize::PlaceholderSizes placeholders;
+    if (frmMultiSMS* table = frmMultiSMS::loaded()) {
+        placeholders = { table->getMaxNameSize(), table->getMaxFrei1Size(), table->getMaxFrei2Size(),
+                         int(table->table().rowCount()) };
+    }
+    context.expectedParts
+        = MessageSize::recalcSmsSize(context.txtSMS, true, context.options, placeholders).txtAnzahlProNachricht;
+    // A bulk run is priced without the single send's prefix.
+    context.pricePerSms = MessageSize::updateCost(context.options, QString(), QString());
+    return context;
 }
 
 void frmMain::updateCost()

@@ -7,6 +7,7 @@
 #include "GatewayRequest.h"
 #include "SendRecord.h"
 #include "SendingSession.h"
+#include "bulk/ListCheck.h"
 #include "settings/clsMRU.h"
 
 #include <QWidget>
@@ -105,6 +106,8 @@ public:
     void checkForUpdate();
     // Size, counters and send button from the text.
     void recalcSmsSize();
+    // What a recipient list is checked against: the text, its options, the parts shown, the price.
+    ListCheck::Context listCheckContext() const;
     // txtKostenProSMS from the options, the prefix and the number.
     void updateCost();
     // The option panels from the options, then the price.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
+#include "ModalWindows.h"
 #include "bulk/RunRecord.h"
 #include "bulk/frmMultiSMS.h"
 #include "bulk/frmMultiSMSLog.h"
@@ -249,7 +250,14 @@ private slots:
         boxes.answer(unknownAnswer);
         boxes.answer(MessageBox::Answer::Yes);
         FileChooser::setHandler([&list](const FileChooser::Dialog&) { return list; });
+        // The report on the list's rows comes first: its numbers are too short.
+        bool reported = false;
+        onNextModal([&reported](QWidget* report) {
+            reported = report->objectName() == u"frmListCheck"_s;
+            report->close();
+        });
         frmMultiSMS::loaded()->findChild<QAction*>(u"open"_s)->trigger();
+        QVERIFY(reported);
         FileChooser::setHandler({});
         QVERIFY2(boxes.shown().at(0).text.startsWith(u"Der Versand an diese Liste wurde unterbrochen"_s),
                  qPrintable(boxes.shown().at(0).text));

@@ -18,12 +18,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QSet>
 #include <QTableView>
 #include <QTest>
 #include <QToolButton>
+#include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
 
@@ -81,22 +83,24 @@ private slots:
         QTest::addColumn<int>("choose"); // the number column chosen in the dialog; -1: no dialog; -2: cancelled
         QTest::addColumn<QStringList>("rows"); // name and number
         QTest::addColumn<QString>("box"); // the start of the box shown, if one is
+        QTest::addColumn<QStringList>("leftOut"); // rows of the file the report names as not taken
         QTest::newRow("Google Contacts") << QByteArray(
             "Name,Given Name,Family Name,Phone 1 - Type,Phone 1 - Value,Phone 2 - Type,Phone 2 - Value\r\n"
             "Anna Berg,Anna,Berg,Work,030 1234567,Mobile,+49 171 1234567\r\n")
-                                         << -1 << QStringList { u"Anna Berg 00491711234567"_s } << QString();
+                                         << -1 << QStringList { u"Anna Berg 00491711234567"_s } << QString()
+                                         << QStringList {};
         QTest::newRow("columns chosen") << QByteArray(
             "Kunde;Rufnummer A;Rufnummer B\r\nAnna;0301234567;+49 171 1234567\r\n")
-                                        << 3 << QStringList { u"Anna 00491711234567"_s } << QString();
+                                        << 3 << QStringList { u"Anna 00491711234567"_s } << QString() << QStringList {};
         QTest::newRow("choice cancelled")
             << QByteArray("Kunde;Rufnummer A;Rufnummer B\r\nAnna;0301234567;+49 171 1234567\r\n") << -2
-            << QStringList { u"Alt 0049170"_s } << QString();
+            << QStringList { u"Alt 0049170"_s } << QString() << QStringList {};
         QTest::newRow("no list") << QByteArray("Name;Nummer\r\n\"Anna;0171 1234567\r\n") << -1
                                  << QStringList { u"Alt 0049170"_s }
-                                 << u"Die Datei kann nicht als Liste gelesen werden: "_s;
+                                 << u"Die Datei kann nicht als Liste gelesen werden: "_s << QStringList {};
         QTest::newRow("a number Excel broke")
             << QByteArray("Name;Mobil\r\nAnna;+49 171 1234567\r\nBen;4,91711E+11\r\n") << -1
-            << QStringList { u"Anna 00491711234567"_s } << u"1 Zeilen der Liste wurden übernommen. Diese 1 Zeilen"_s;
+            << QStringList { u"Anna 00491711234567"_s } << QString() << QStringList { u"3:4,91711E+11"_s };
     }
 
     void listsFromTables()
@@ -105,6 +109,7 @@ private slots:
         QFETCH(int, choose);
         QFETCH(QStringList, rows);
         QFETCH(QString, box);
+        QFETCH(QStringList, leftOut);
         m_window->table().addRow(u"Alt"_s, u"0049170"_s, {}, {});
         const QString path = m_harness.folder() + u"/liste.csv"_s;
         QFile file(path);
@@ -128,7 +133,17 @@ private slots:
                 dialog->findChild<QPushButton*>(u"cmdOk"_s)->click();
             });
         }
+        QStringList reported;
+        if (!leftOut.isEmpty()) {
+            onNextModal([&reported](QWidget* report) {
+                auto* list = report->findChild<QTreeWidget*>(u"lvNichtUebernommen"_s);
+                for (int i = 0; list && i < list->topLevelItemCount(); ++i)
+                    reported.append(list->topLevelItem(i)->text(0) + u':' + list->topLevelItem(i)->text(2));
+                report->close();
+            });
+        }
         m_window->findChild<QAction*>(u"open"_s)->trigger();
+        QCOMPARE(reported, leftOut);
         QCOMPARE(dialogShown, choose != -1);
         QStringList loaded;
         for (const RecipientRow& row : m_window->table().rows())
@@ -142,6 +157,52 @@ private slots:
             m_window->findChild<QAction*>(u"open"_s)->trigger();
             QCOMPARE(m_window->table().rowCount(), 1);
         }
+    }
+
+    // A loaded list is looked over: the rows that would not go out as shown are reported, and the
+    // user removes one, keeps one and goes to one; the preview shows the chosen row's SMS.
+    void reportAndPreview()
+    {
+        m_harness.child<SmsTextEdit>("txtSMS")->setText(u"Hallo %name%"_s);
+        const QString path = m_harness.folder() + u"/kunden.msms"_s;
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("Anna;01711234567;;\r\nBen;0049171;;\r\nCarla;+49 172 555;;\r\nAnna privat;00491711234567;;\r\n"
+                   "Dora;00491725555555;;\r\n");
+        file.close();
+        FileChooser::setHandler([&path](const FileChooser::Dialog&) { return path; });
+        MessageBoxScript boxes;
+        boxes.answer(MessageBox::Answer::Ok); // the German prefix made up for "0171..."
+        QStringList before;
+        QStringList after;
+        onNextModal([&before, &after](QWidget* report) {
+            QCOMPARE(report->objectName(), u"frmListCheck"_s);
+            auto* list = report->findChild<QTreeWidget*>(u"lvBefunde"_s);
+            const auto rows = [list] {
+                QStringList out;
+                for (int i = 0; i < list->topLevelItemCount(); ++i)
+                    out.append(list->topLevelItem(i)->text(0) + u' ' + list->topLevelItem(i)->text(1));
+                return out;
+            };
+            before = rows();
+            list->setCurrentItem(list->topLevelItem(0)); // Ben: removed
+            report->findChild<QPushButton*>(u"cmdEntfernen"_s)->click();
+            list->setCurrentItem(list->topLevelItem(0)); // Carla: kept
+            report->findChild<QPushButton*>(u"cmdBehalten"_s)->click();
+            after = rows();
+            QTest::keyClick(list, Qt::Key_Return); // Anna privat: gone to
+        });
+        press("open");
+        QCOMPARE(before, (QStringList { u"2 Ben"_s, u"3 Carla"_s, u"4 Anna privat"_s }));
+        QCOMPARE(after, QStringList { u"3 Anna privat"_s });
+        QCOMPARE(names(), (QStringList { u"Anna"_s, u"Carla"_s, u"Anna privat"_s, u"Dora"_s }));
+        QCOMPARE(in<QLineEdit>(m_window, "txtAnzahl")->text(), u"4"_s);
+        QVERIFY(in<QTableView>(m_window, "lvData")->hasFocus() || !QApplication::focusWidget());
+        QCOMPARE(in<QPlainTextEdit>(m_window, "txtVorschau")->toPlainText(), u"Hallo Anna privat"_s);
+        QCOMPARE(in<QLabel>(m_window, "lblVorschau")->text(), u"an 00491711234567: 17 Zeichen, 1 SMS, 10 Credits"_s);
+        // The preview follows the text.
+        m_harness.child<SmsTextEdit>("txtSMS")->setText(u"Guten Tag, %name%!"_s);
+        QCOMPARE(in<QPlainTextEdit>(m_window, "txtVorschau")->toPlainText(), u"Guten Tag, Anna privat!"_s);
     }
 
     // Which fields of the main window the mode turns off, empties, hides and shows, and back.
@@ -269,7 +330,7 @@ private slots:
         MessageBoxScript boxes;
         const QString base = m_harness.folder() + u"/liste"_s;
         FileChooser::setHandler([&base](const FileChooser::Dialog&) { return base; });
-        type(u"Jürgen"_s, u"00491711"_s, u"eins"_s, QString());
+        type(u"Jürgen"_s, u"00491711234567"_s, u"eins"_s, QString());
         press("add");
         press("save");
         QCOMPARE(in<QLineEdit>(m_window, "txtFilename")->text(), base + u".msms"_s);

@@ -148,6 +148,7 @@ private slots:
         QTest::newRow("another instance beside this one") << u"instance"_s;
         QTest::newRow("a record indexed as its entries were written") << u"older record"_s;
         QTest::newRow("an instance ended before it indexed") << u"ended"_s;
+        QTest::newRow("every entry removed as too old, then new ones") << u"all removed"_s;
     }
 
     // Entries are indexed after they are written, by whichever instance comes first: each is found,
@@ -158,7 +159,15 @@ private slots:
         const SendRecord::Entry written
             = entry(u"Frau Berger"_s, u"00491711234567"_s, u"Erinnerung an den Termin"_s, 1);
         std::unique_ptr<SendRecord> other;
-        if (writer == u"instance"_s) {
+        if (writer == u"all removed"_s) {
+            {
+                SendRecord old(path(), SendRecord::KeepForever);
+                for (int i = 0; i < 5; ++i)
+                    old.add(entry(u"Alt"_s, u"0049170"_s, u"Alter Text"_s, 400));
+            }
+            SendRecord record(path(), 30);
+            record.add(written);
+        } else if (writer == u"instance"_s) {
             other = std::make_unique<SendRecord>(path(), SendRecord::KeepForever);
             other->add(written);
             other->flush();

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// "Liste prüfen": the rows of a recipient list that would not go out as the user expects, each
+// with why; the user removes a row, goes to it in the editor, or keeps it. Rows of a file that
+// were not taken into the table are named beside them.
+#pragma once
+
+#include "CsvList.h"
+#include "ListCheck.h"
+
+#include <QDialog>
+#include <QSet>
+
+#include <functional>
+
+class QLabel;
+class QPushButton;
+class QTreeWidget;
+
+class frmListCheck : public QDialog
+{
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(frmListCheck)
+
+public:
+    using Check = std::function<QList<ListCheck::Finding>()>;
+    // Shows the report of check over table; removes the rows the user removes. Returns the row
+    // the user wants to go to, -1 for none.
+    static int review(RecipientTable& table, const Check& check, const QList<CsvList::Doubt>& leftOut, QWidget* owner);
+
+private:
+    frmListCheck(RecipientTable& table, Check check, const QList<CsvList::Doubt>& leftOut, QWidget* owner);
+    void refill();
+    // The table row of the finding in hand, -1 for none.
+    int currentRow() const;
+    void removeRow();
+    void keepRow();
+
+    RecipientTable& m_table;
+    Check m_check;
+    // Rows the user keeps, by their Tag, which a removal above them doesn't change.
+    QSet<qint32> m_kept;
+    int m_goTo = -1;
+    QLabel* lblSummary;
+    QTreeWidget* lvBefunde;
+    QPushButton* cmdEntfernen;
+    QPushButton* cmdGehe;
+    QPushButton* cmdBehalten;
+};
