@@ -210,9 +210,14 @@ StopList::Import StopList::importFile(const QString& path)
     // A list with a header: its number column, as the MultiSMS table would read it.
     const CsvList::Result list = CsvList::read(bytes);
     if (list.ok && list.hasHeader && list.mapping.hasNumber()) {
-        for (const RecipientRow& row : list.rows)
-            take(key(row.Nummer));
         result.refused = int(list.doubtful.size());
+        for (const RecipientRow& row : list.rows) {
+            const QString number = key(row.Nummer);
+            if (number.isEmpty())
+                ++result.refused;
+            else
+                take(number);
+        }
         return result;
     }
     if (!list.ok) {
