@@ -78,9 +78,10 @@ QString numberOfLine(const QString& line)
 StopList StopList::load()
 {
     StopList list;
-    const int count = storedCount();
-    for (int i = 1; i <= count; ++i) {
-        const QString entry = ToolRegistry::GetRegString(storeKey(), QString::number(i));
+    QStringList names;
+    for (int i = 1, count = storedCount(); i <= count; ++i)
+        names.append(QString::number(i));
+    for (const QString& entry : ToolRegistry::GetRegStrings(storeKey(), names)) {
         if (entry.trimmed().isEmpty())
             continue;
         list.m_user.append(entry);
@@ -175,19 +176,14 @@ bool StopList::saveUserEntries(const QStringList& entries)
     for (const QString& entry : entries)
         if (!entry.trimmed().isEmpty())
             kept.append(entry);
-    const int before = storedCount();
-    bool ok = true;
+    // One write of the store for the whole list; the entries beyond the new end go.
+    QList<std::pair<QString, QString>> values;
     for (int i = 1; i <= kept.size(); ++i)
-        ok = ToolRegistry::SaveRegString(storeKey(), QString::number(i), kept.at(i - 1)) && ok;
-    // The entries beyond the new end go; a value that is already gone is no failure.
-    for (int i = int(kept.size()) + 1; i <= before; ++i)
-        if (!ToolRegistry::GetRegString(storeKey(), QString::number(i)).isEmpty())
-            ok = ToolRegistry::SaveRegString(storeKey(), QString::number(i), QString()) && ok;
-    if (!kept.isEmpty())
-        ok = ToolRegistry::SaveRegString(storeKey(), QStringLiteral("count"), QString::number(kept.size())) && ok;
-    else if (before > 0)
-        ok = ToolRegistry::SaveRegString(storeKey(), QStringLiteral("count"), QString()) && ok;
-    return ok;
+        values.append({ QString::number(i), kept.at(i - 1) });
+    for (int i = int(kept.size()) + 1, before = storedCount(); i <= before; ++i)
+        values.append({ QString::number(i), QString() });
+    values.append({ QStringLiteral("count"), kept.isEmpty() ? QString() : QString::number(kept.size()) });
+    return ToolRegistry::SaveRegStrings(storeKey(), values);
 }
 
 StopList::Import StopList::importFile(const QString& path)
