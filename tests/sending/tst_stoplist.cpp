@@ -164,6 +164,9 @@ private slots:
     // the longer one behind.
     void userEntriesInTheStore()
     {
+        // Saving nothing into an empty store makes no store.
+        QVERIFY(StopList::saveUserEntries({}));
+        QVERIFY(!QFile::exists(ToolRegistry::storeFileName()));
         QVERIFY(StopList::load().isEmpty());
         const QStringList three { u"0171 1234567"_s, u"+43 664 1234567"_s, u"0160/5555555"_s };
         QVERIFY(StopList::saveUserEntries(three));
