@@ -165,8 +165,10 @@ void frmMultiSMSLog::rowPassed(int run, int position, int row, bool stopped)
 
 QString frmMultiSMSLog::progressText(int position) const
 {
-    // A row whose request never left isn't counted as sent.
-    return QStringLiteral("Es wurden bereits %1 von %2 SMS versendet.").arg(position - m_lostOnTheWay).arg(m_rows);
+    // A row whose request never left isn't counted as sent, nor one on the stop list.
+    return QStringLiteral("Es wurden bereits %1 von %2 SMS versendet.")
+        .arg(position - m_lostOnTheWay - m_stopListed)
+        .arg(m_rows);
 }
 
 void frmMultiSMSLog::delivered(const SendingSession::Delivery& delivery)
@@ -193,20 +195,19 @@ void frmMultiSMSLog::smsFinished(const SendingSession::Outcome& outcome)
     // An answer to an earlier run is logged, but counts in that run only.
     if (outcome.run != m_run || outcome.run == 0)
         return;
-    switch (outcome.state) {
-    case SendOutcome::State::Sent:
+    if (outcome.stopListed) {
+        // Kept back on purpose: counted apart, and not offered to be sent again.
+        ++m_stopListed;
+        m_pendingEntries.append(GatewayAnswer::stopListLogEntry(outcome.number, outcome.name, stampNow()));
+        scheduleShow();
+    } else if (outcome.state == SendOutcome::State::Sent) {
         ++m_sent;
-        break;
-    case SendOutcome::State::Unknown:
+    } else if (outcome.state == SendOutcome::State::Unknown) {
         m_unknownRows.append(outcome.row);
-        break;
-    case SendOutcome::State::Unreached:
-        ++m_lostOnTheWay;
+    } else {
+        if (outcome.state == SendOutcome::State::Unreached)
+            ++m_lostOnTheWay;
         m_notSentRows.append(outcome.row);
-        break;
-    default:
-        m_notSentRows.append(outcome.row);
-        break;
     }
     if (m_finished) {
         // The last rows' answers come after the end; the closing figures follow them.
@@ -258,11 +259,13 @@ QString frmMultiSMSLog::closingText() const
 {
     const int notSent = int(m_notSentRows.size());
     const int unknown = int(m_unknownRows.size());
-    if (notSent == 0 && unknown == 0)
+    if (notSent == 0 && unknown == 0 && m_stopListed == 0)
         return QStringLiteral("Vorgang abgeschlossen");
     QString text = QStringLiteral("Vorgang abgeschlossen – %1 von %2 SMS versendet").arg(m_sent).arg(m_rows);
     if (notSent > 0)
         text += QStringLiteral(", %1 nicht versendet").arg(notSent);
+    if (m_stopListed > 0)
+        text += QStringLiteral(", %1 gesperrt (Sperrliste)").arg(m_stopListed);
     if (unknown > 0)
         text += QStringLiteral(", %1 ohne Antwort (möglicherweise versendet)").arg(unknown);
     return text + u'.';
@@ -354,6 +357,7 @@ void frmMultiSMSLog::clearLog(int rows)
     m_rows = rows;
     m_sent = 0;
     m_lostOnTheWay = 0;
+    m_stopListed = 0;
     m_notSentRows.clear();
     m_unknownRows.clear();
     cmdResend->hide();

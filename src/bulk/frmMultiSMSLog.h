@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // "Ihre Nachrichten werden verschickt": the progress of a bulk run and the gateway's answers,
 // newest on top. Its button stops the run, and hides the window once the run is over. It draws
-// what the sending tells of the run: every row's outcome is counted, sent, not sent and unknown
-// apart, and the rows that did not go out can be sent again.
+// what the sending tells of the run: every row's outcome is counted, sent, not sent, unknown and
+// stopped by the stop list apart, and the rows that did not go out can be sent again.
 #pragma once
 
 #include "sending/SendingSession.h"
@@ -103,6 +103,7 @@ private:
     int m_rows = 0;
     int m_sent = 0;
     int m_lostOnTheWay = 0; // not sent for want of a connection or a folder: not counted as sent
+    int m_stopListed = 0; // skipped: the number is on the stop list
     QList<int> m_notSentRows;
     QList<int> m_unknownRows;
     bool m_finished = false;

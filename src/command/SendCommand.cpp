@@ -129,6 +129,13 @@ int SendCommand::run(const QStringList& arguments)
         text = WireText::transliterate(text);
     if (!readMessages(a, text) || !checkCharacters(a.transliterate))
         return BadInput;
+    // Nobody on a shared stop list may get an SMS because its file couldn't be read.
+    m_stopList = StopList::load();
+    if (!m_stopList.sharedFileError().isEmpty())
+        return fail(BadInput,
+                    m_stopList.sharedFileError()
+                        + QStringLiteral("\nEs wird keine SMS versendet, solange die Sperrliste nicht gelesen werden "
+                                         "kann."));
     return a.dryRun ? dryRun() : send();
 }
 
@@ -414,6 +421,10 @@ int SendCommand::dryRun()
     for (qsizetype i = 0; i < m_messages.size(); ++i) {
         const Message& m = m_messages.at(i);
         tellSkippedBefore(m_fileRows.value(i));
+        if (m_stopList.contains(m.number)) {
+            tellStopListed(m.name, m.number, m_bulk ? int(i) + 1 : 0, m_fileRows.value(i));
+            continue;
+        }
         if (m_json) {
             QJsonObject line;
             line.insert(QStringLiteral("name"), m.name);
@@ -534,6 +545,7 @@ int SendCommand::send()
     send.chkPrivat = PrivatTicked;
     send.chkPublic = PublicUnticked;
     send.schedule = m_schedule;
+    send.stopList = m_stopList;
     if (m_bulk) {
         session.startRun(send, m_rows, only, record.release());
     } else {
@@ -610,6 +622,14 @@ void SendCommand::tell(const SendingSession::Delivery& d)
 void SendCommand::report(const SendingSession::Outcome& outcome)
 {
     using SendOutcome::State;
+    if (outcome.stopListed) {
+        // A list's row on the stop list is left out, as a row without a number is; a message
+        // whose one recipient is on it is refused before anything left.
+        if (outcome.row < 0)
+            m_worst = std::max(m_worst, Refused);
+        tellStopListed(outcome.name, outcome.number, outcome.row + 1, m_fileRows.value(outcome.row));
+        return;
+    }
     // The exit statuses of the outcomes rise with their weight: unknown before not reached before
     // refused.
     const Exit exit = outcome.state == State::Unknown ? Unknown
@@ -635,6 +655,29 @@ void SendCommand::report(const SendingSession::Outcome& outcome)
     line.insert(QStringLiteral("answer"), outcome.answer);
     if (outcome.row >= 0)
         line.insert(QStringLiteral("row"), outcome.row + 1);
+    m_out << QString::fromUtf8(QJsonDocument(line).toJson(QJsonDocument::Compact)) << '\n' << Qt::flush;
+}
+
+void SendCommand::tellStopListed(const QString& name, const QString& number, int row, int fileRow)
+{
+    if (!m_json) {
+        const QString who = name.isEmpty() ? number : QStringLiteral("%1 (%2)").arg(name, number);
+        m_out << QStringLiteral("Gesperrt: keine SMS an %1, die Nummer steht auf der Sperrliste").arg(who) << '\n'
+              << Qt::flush;
+        return;
+    }
+    QJsonObject line;
+    line.insert(QStringLiteral("number"), number);
+    line.insert(QStringLiteral("name"), name);
+    line.insert(QStringLiteral("state"), SendOutcome::name(SendOutcome::State::Skipped));
+    line.insert(QStringLiteral("parts"), 0);
+    line.insert(QStringLiteral("credits"), 0);
+    line.insert(QStringLiteral("answer"), StopList::reason());
+    line.insert(QStringLiteral("reason"), StopList::reason());
+    if (row > 0)
+        line.insert(QStringLiteral("row"), row);
+    if (fileRow > 0)
+        line.insert(QStringLiteral("fileRow"), fileRow);
     m_out << QString::fromUtf8(QJsonDocument(line).toJson(QJsonDocument::Compact)) << '\n' << Qt::flush;
 }
 

@@ -10,6 +10,7 @@
 #include "sending/GatewayRequest.h"
 #include "sending/MessageSize.h"
 #include "sending/SendingSession.h"
+#include "sending/StopList.h"
 
 #include <QString>
 #include <QStringList>
@@ -79,6 +80,9 @@ private:
     // A part's outcome in words, as it comes; and every SMS's, as a script reads it.
     void tell(const SendingSession::Delivery& delivery);
     void report(const SendingSession::Outcome& outcome);
+    // The line of an SMS that doesn't go out because its number is on the stop list, as JSON or
+    // words; row from 1, fileRow 0 where there is none.
+    void tellStopListed(const QString& name, const QString& number, int row, int fileRow);
 
     QTextStream& m_out;
     QTextStream& m_err;
@@ -92,6 +96,7 @@ private:
     QList<RecipientRow> m_rows; // of a bulk run
     QList<int> m_fileRows; // each row's row in a CSV list
     QList<CsvList::Doubt> m_skipped; // a CSV list's rows that don't go out
+    StopList m_stopList; // read once, before anything is sent
     bool m_json = false;
     bool m_resume = false;
     bool m_resendUnknown = false;

@@ -65,6 +65,13 @@ QString unknownLogEntry(const QString& number, const QString& name, const QStrin
         + crlf;
 }
 
+QString stopListLogEntry(const QString& number, const QString& name, const QString& stamp)
+{
+    return stamp
+        + QStringLiteral("---- Gesperrt: keine SMS an %1 (%2), die Nummer steht auf der Sperrliste").arg(name, number)
+        + crlf;
+}
+
 QString prependToLog(const QString& txtLog, const QString& body, const QDateTime& now)
 {
     return logEntry(body, logStamp(now)) + txtLog;

@@ -35,6 +35,8 @@ QString logEntry(const QString& body, const QString& stamp);
 QString failureLogEntry(const QString& number, const QString& name, const QString& reason, const QString& stamp);
 // A request that left without an answer: the SMS may have gone out, and the line says so.
 QString unknownLogEntry(const QString& number, const QString& name, const QString& reason, const QString& stamp);
+// A row whose number is on the stop list: no request was made.
+QString stopListLogEntry(const QString& number, const QString& name, const QString& stamp);
 
 // The colour of lblCredits.
 enum class CreditsColour {

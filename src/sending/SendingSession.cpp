@@ -16,6 +16,22 @@ namespace {
 const QString FormHeader = QStringLiteral("Content-Type: application/x-www-form-urlencoded");
 // Job files go without a wait; the windows get their turn this often in a long run of them.
 constexpr int HandOffSliceMs = 15;
+
+// The outcome of an SMS to a number on the stop list: nothing was made of it, nothing cost.
+SendingSession::Outcome stopListed(int run, int row, const QString& number, const QString& name, const QString& text)
+{
+    SendingSession::Outcome outcome;
+    outcome.run = run;
+    outcome.row = row;
+    outcome.number = number;
+    outcome.name = name;
+    outcome.text = text;
+    outcome.parts = 0;
+    outcome.state = SendOutcome::State::Skipped;
+    outcome.answer = StopList::reason();
+    outcome.stopListed = true;
+    return outcome;
+}
 } // namespace
 
 // The bookkeeping of one run, kept until the last of its outcomes is known.
@@ -109,8 +125,17 @@ QString SendingSession::balanceRefusal(qint32 credits, double count, const Messa
 
 int SendingSession::sendMessage(const Send& send, const QString& number, const QString& text, const QString& name)
 {
+    const int id = ++m_lastMessage;
+    if (send.stopList.contains(number)) {
+        const Outcome skipped = stopListed(0, -1, number, name, text);
+        QPointer<SendingSession> self(this);
+        emit finished(skipped);
+        if (self)
+            emit messageHandedOver(id);
+        return id;
+    }
     auto job = std::make_shared<Job>();
-    job->id = ++m_lastMessage;
+    job->id = id;
     job->send = send;
     job->number = number;
     job->name = name;
@@ -244,6 +269,14 @@ bool SendingSession::prepareRow(Job& job)
             emit runStopped(job.id, RecipientText::missingNumberNote(row + 1, r.Name));
             job.next = count;
             return false;
+        }
+        if (job.send.stopList.contains(message->number)) {
+            // Nothing of it is made: the row is recorded as skipped, and the run goes on.
+            const Outcome skipped = stopListed(job.id, row, message->number, message->name, message->text);
+            job.book->outcome(row, SendOutcome::State::Skipped);
+            emit finished(skipped);
+            emit rowPassed(job.id, position, row, false);
+            continue;
         }
         job.row = row;
         job.number = message->number;

@@ -11,6 +11,7 @@
 
 #include "GatewayRequest.h"
 #include "SendOutcome.h"
+#include "StopList.h"
 #include "bulk/RecipientTable.h"
 
 #include <QObject>
@@ -49,6 +50,9 @@ public:
         int chkPrivat = 1; // check box values: only 1 counts as ticked
         int chkPublic = 0;
         std::optional<GatewayRequest::Schedule> schedule;
+        // Numbers that get no SMS, read once when the send starts: a message or a run's row to
+        // one of them is skipped before anything is made of it.
+        StopList stopList;
     };
 
     // One part handed over and what became of it.
@@ -80,6 +84,7 @@ public:
         int parts = 1;
         SendOutcome::State state = SendOutcome::State::Sent;
         QString answer; // the gateway's words, the parts' joined by "; ", or why not
+        bool stopListed = false; // skipped: the number is on the stop list, nothing was sent
     };
 
     explicit SendingSession(const Host& host, QObject* parent = nullptr);
@@ -94,7 +99,8 @@ public:
     static QString balanceRefusal(qint32 credits, double count, const MessageSize::SmsOptions& options, bool bulk);
 
     // Sends one message, its parts one after another. Returns its number for
-    // messageHandedOver; parts that wait for an answer before them go out later.
+    // messageHandedOver; parts that wait for an answer before them go out later. A number on the
+    // send's stop list is skipped: it finishes at once, before this returns.
     int sendMessage(const Send& send, const QString& number, const QString& text, const QString& name);
 
     // A bulk run over rows, or only over those of only (0-based, in table order) when it isn't

@@ -173,6 +173,11 @@ private:
     bool validateInput();
     // The stored password for this send, or the one the password prompt gives.
     void takeSessionPassword();
+    // The stop list for this send or run, read now; false, told in a box, when the shared list
+    // named in oem.inf can't be read, as nobody on it may get an SMS by mistake.
+    bool takeStopList();
+    // Whether the number in the fields is on the stop list; told in a box when it is.
+    bool numberIsStopped();
     void sendSingle();
     // The start of a bulk run: balance test, question, then the run over the MultiSMS table, or
     // over only the rows of only.
@@ -261,4 +266,5 @@ private:
     std::unique_ptr<frmPhonebook> m_phonebook;
     bool m_unloaded = false;
     int m_lastHandedOver = 0;
+    StopList m_stopList; // of the send or run in hand
 };

@@ -108,6 +108,8 @@ void frmMain::disableMultiSMS()
 void frmMain::sendBulk(const QList<int>& only)
 {
     // The password is held in sessionPassword for the run; it is dropped only after a run.
+    if (!takeStopList())
+        return;
     frmMultiSMS* editor = frmMultiSMS::instance();
     recalcSmsSize();
     const QList<RecipientRow> rows = editor->table().rows();

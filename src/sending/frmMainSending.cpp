@@ -72,6 +72,9 @@ void frmMain::tbSend_Click()
         return;
     if (!validateInput())
         return;
+    // A number on the stop list gets nothing: no question, no entry in the list of recipients.
+    if (!isMultiSMSMode && (!takeStopList() || numberIsStopped()))
+        return;
     takeSessionPassword();
     txtSMS_Change();
     if (isMultiSMSMode) {
@@ -99,6 +102,31 @@ void frmMain::takeSessionPassword()
 {
     sessionPassword
         = Options().kennwort().isEmpty() ? frmLogin::askForPassword(Options().Username(), this) : Options().kennwort();
+}
+
+bool frmMain::takeStopList()
+{
+    m_stopList = StopList::load();
+    if (m_stopList.sharedFileError().isEmpty())
+        return true;
+    MessageBox::show(this,
+                     m_stopList.sharedFileError()
+                         + QStringLiteral("\r\n\r\nEs wird keine SMS versendet, solange die Sperrliste nicht "
+                                          "gelesen werden kann."),
+                     MessageBox::Buttons::Ok, MessageBox::Icon::Critical, ProductName());
+    return false;
+}
+
+bool frmMain::numberIsStopped()
+{
+    // An unknown prefix is told later, as it always was.
+    const NumberRules::SendNumber number = NumberRules::sendNumber(selectedPrefixKey(), txtNummer->text());
+    if (!number.ok || !m_stopList.contains(number.number))
+        return false;
+    MessageBox::show(this,
+                     QStringLiteral("Die Nummer %1 steht auf der Sperrliste und erhält keine SMS.").arg(number.number),
+                     MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
+    return true;
 }
 
 void frmMain::recordAs(bool bulk)
@@ -155,6 +183,7 @@ SendingSession::Send frmMain::currentSend() const
     send.chkPrivat = checkBoxValue(chkPrivat);
     send.chkPublic = checkBoxValue(chkPublic);
     send.schedule = pendingCronjob;
+    send.stopList = m_stopList;
     return send;
 }
 

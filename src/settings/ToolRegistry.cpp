@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QSettings>
 
+#include <algorithm>
 #include <memory>
 
 #ifdef Q_OS_WIN
@@ -146,6 +147,43 @@ bool SaveRegString(const QString& keyPath, const QString& valueName, const QStri
         return true;
     settings->setValue(valueName, text);
     return finish(*settings);
+}
+
+QStringList GetRegStrings(const QString& keyPath, const QStringList& valueNames)
+{
+    const auto settings = openStore(keyPath);
+    QStringList texts;
+    texts.reserve(valueNames.size());
+    for (const QString& name : valueNames) {
+        const QVariant value = settings->value(name);
+        const QString text = value.isValid() ? value.toString() : QString();
+        texts.append(text.size() > MaxReadLength ? QString() : text);
+    }
+    return texts;
+}
+
+bool SaveRegStrings(const QString& keyPath, const QList<std::pair<QString, QString>>& values)
+{
+    // As for one value: the registry needs the key before a value can go in, and a removal never
+    // creates one.
+    const bool writes = std::any_of(values.cbegin(), values.cend(),
+                                    [](const auto& value) { return !tools::TrimBlanks(value.second).isEmpty(); });
+    if (writes && usesRegistry() && CreateRegKey(keyPath) == 0)
+        return false;
+    const auto settings = openStore(keyPath);
+    bool changed = false;
+    for (const auto& [name, text] : values) {
+        if (tools::TrimBlanks(text).isEmpty()) {
+            if (settings->contains(name)) {
+                settings->remove(name);
+                changed = true;
+            }
+        } else if (settings->value(name) != text) {
+            settings->setValue(name, text);
+            changed = true;
+        }
+    }
+    return !changed || finish(*settings);
 }
 
 bool GetRegBool(const QString& keyPath, const QString& valueName)

@@ -6,7 +6,11 @@
 // on write. The store is opened and closed on every call.
 #pragma once
 
+#include <QList>
 #include <QString>
+#include <QStringList>
+
+#include <utility>
 
 namespace ToolRegistry {
 
@@ -22,6 +26,12 @@ inline constexpr int MaxReadLength = 1023;
 QString GetRegString(const QString& keyPath, const QString& valueName, quint32 hive = HKEY_CURRENT_USER);
 bool SaveRegString(const QString& keyPath, const QString& valueName, const QString& text,
                    quint32 hive = HKEY_CURRENT_USER);
+// Several values of one key by the rules of GetRegString, the store opened once: for lists kept a
+// value an entry, which would otherwise open and read the store per entry.
+QStringList GetRegStrings(const QString& keyPath, const QStringList& valueNames);
+// Several values of one key by the rules of SaveRegString (a blank text removes a value, and a
+// removal of an absent value is no failure here), written in one go; false when the store refused.
+bool SaveRegStrings(const QString& keyPath, const QList<std::pair<QString, QString>>& values);
 bool GetRegBool(const QString& keyPath, const QString& valueName);
 // Writes "true" only for a 16-bit value of all ones (the language's true, -1); any other value,
 // 1 included, writes "false".

@@ -6,6 +6,7 @@
 #include "bulk/frmMultiSMS.h"
 #include "bulk/frmMultiSMSLog.h"
 #include "sending/SendRecord.h"
+#include "sending/StopList.h"
 #include "settings/cOptionen.h"
 #include "toolkit/FileChooser.h"
 #include "toolkit/Inet.h"
@@ -210,6 +211,64 @@ private slots:
         log()->showNow();
         QCOMPARE(log()->txtLog->toPlainText().count(u"!!!! Nicht versendet an "_s), folderThere ? 0 : 3);
         QVERIFY(m_harness.bodies(SendPath).isEmpty());
+    }
+
+    // A row whose number is on the stop list never reaches the gateway or the server folder; the
+    // log says so in a line of its own and counts it apart, it is not offered again, and the
+    // records hold it as skipped.
+    void stopListedRowIsSkipped_data()
+    {
+        QTest::addColumn<bool>("handOff");
+        QTest::newRow("to the gateway") << false;
+        QTest::newRow("to the server folder") << true;
+    }
+
+    void stopListedRowIsSkipped()
+    {
+        QFETCH(bool, handOff);
+        const QDateTime since = QDateTime::currentDateTimeUtc();
+        QVERIFY(StopList::saveUserEntries({ u"+49 160 5555555"_s }));
+        MessageBoxScript boxes;
+        boxes.answer(MessageBox::Answer::Yes);
+        QTemporaryDir server;
+        if (handOff) {
+            Options().setXmlIsServerUsed(true);
+            Options().setXmlSingleUser(u"True"_s);
+            Options().setXmlUser(u"U1"_s);
+            Options().setXmlPfad(server.path());
+            boxes.answer(MessageBox::Answer::Ok); // the note after the first hand-off
+        }
+        const QStringList rows { u"Anna;01711234567"_s, u"Bert;01605555555"_s, u"Carla;00436641234567"_s };
+        send(rows, u"Hallo %name%"_s);
+        QTRY_COMPARE(log()->lblSend->text(),
+                     u"Vorgang abgeschlossen – 2 von 3 SMS versendet, 1 gesperrt (Sperrliste)."_s);
+        QCOMPARE(boxes.pending(), 0);
+        const QStringList toGateway { u"00491711234567 Hallo Anna"_s, u"00436641234567 Hallo Carla"_s };
+        QCOMPARE(sentTexts(), handOff ? QStringList() : toGateway);
+        QCOMPARE(QDir(server.path()).entryList(QDir::Files).size(), handOff ? 2 : 0);
+        log()->showNow();
+        const QString text = log()->txtLog->toPlainText();
+        QCOMPARE(text.count(u"Sperrliste"_s), 1);
+        QVERIFY2(text.contains(u" - ---- Gesperrt: keine SMS an Bert (00491605555555), die Nummer steht auf der "
+                               "Sperrliste"_s),
+                 qPrintable(text));
+        QVERIFY(!log()->cmdResend->isVisible());
+
+        RecipientTable table;
+        for (const QString& row : rows)
+            table.addRow(row.section(u';', 0, 0), row.section(u';', 1, 1), {}, {});
+        const RunRecord::Contents run = RunRecord::read(RunRecord::pathFor(table.rows()));
+        QCOMPARE(run.outcomes.value(1), SendOutcome::State::Skipped);
+        QCOMPARE(run.outcomes.value(0), SendOutcome::State::Sent);
+        SendRecord record;
+        SendRecord::Query query;
+        query.text = u"Bert"_s;
+        query.from = since;
+        QTRY_COMPARE(record.count(query), 1);
+        const SendRecord::Entry bert = record.search(query).constFirst();
+        QCOMPARE(bert.state, SendOutcome::State::Skipped);
+        QCOMPARE(bert.credits, 0);
+        QCOMPARE(bert.answer, u"Die Nummer steht auf der Sperrliste."_s);
     }
 
     // A list whose run the program's end cut short offers, opened again, to go on with the rows

@@ -6,6 +6,7 @@
 #include "ModalWindows.h"
 #include "TestStore.h"
 #include "bulk/frmMultiSMS.h"
+#include "sending/StopList.h"
 #include "settings/ToolRegistry.h"
 #include "settings/cOptionen.h"
 #include "toolkit/Clock.h"
@@ -262,6 +263,31 @@ private slots:
         QTest::newRow("a CSV file that is no list")
             << QStringList { u"--file"_s, u"Name;Handy\r\n\"Anna;0171 1234567\r\n"_s, u"Hallo"_s } << none << u"csv"_s
             << 3 << 0 << u"kann nicht als Liste gelesen werden: In Zeile 2"_s << 0 << QString() << QString();
+        // Ben's number is on the stop list, written another way: his row is left out, the run goes on.
+        const QString three = u"Anna;01711234567;;;\r\nBen;01721234567;;;\r\nCarla;0043664123;;;\r\n"_s;
+        QTest::newRow("a row on the stop list")
+            << QStringList { u"--file"_s, three, u"Hallo"_s } << none << u"stop list"_s << 0 << 3 << QString() << 2
+            << u"Gesperrt: keine SMS an Ben (00491721234567), die Nummer steht auf der Sperrliste"_s
+            << u"empfaenger=00491711234567"_s;
+        QTest::newRow("a row on the stop list as JSON")
+            << QStringList { u"--json"_s, u"--file"_s, three, u"Hallo"_s } << none << u"stop list"_s << 0 << 3
+            << QString() << 2
+            << u"\"credits\":0,\"name\":\"Ben\",\"number\":\"00491721234567\",\"parts\":0,\"reason\":\"Die Nummer "
+               "steht auf der Sperrliste.\",\"row\":2,\"state\":\"skipped\"}"_s
+            << QString();
+        QTest::newRow("a row on the stop list, dry run as JSON")
+            << QStringList { u"--dry-run"_s, u"--json"_s, u"--file"_s, three, u"Hallo"_s } << none << u"stop list"_s
+            << 0 << 3 << QString() << 0
+            << u"\"row\":1}\n{\"answer\":\"Die Nummer steht auf der Sperrliste.\",\"credits\":0,\"name\":\"Ben\","
+               "\"number\":\"00491721234567\",\"parts\":0,\"reason\":\"Die Nummer steht auf der Sperrliste.\","
+               "\"row\":2,\"state\":\"skipped\"}\n{\"name\":\"Carla\""_s
+            << QString();
+        QTest::newRow("a message to a stopped number")
+            << QStringList { u"+49 172 1234567"_s, u"Hallo"_s } << none << u"stop list"_s << 1 << 1 << QString() << 0
+            << u"Gesperrt: keine SMS an 00491721234567, die Nummer steht auf der Sperrliste"_s << QString();
+        QTest::newRow("the shared stop list can't be read")
+            << QStringList { u"0171 1234567"_s, u"Hallo"_s } << none << u"shared stop list missing"_s << 3 << 0
+            << u"Sperrliste genannt) gibt es nicht.\nEs wird keine SMS versendet"_s << 0 << QString() << QString();
         // Two SMS sent before, the second with --no-record.
         QTest::newRow("the record finds what went out")
             << QStringList { u"--sent"_s, u"TERMIN"_s } << none << u"record"_s << 0 << 1 << QString() << 2
@@ -308,6 +334,13 @@ private slots:
         }
         if (setup == u"drop")
             QVERIFY(m_harness.service()->setFault(SendPath, u"drop"_s));
+        if (setup == u"stop list")
+            QVERIFY(StopList::saveUserEntries({ u"0172 1234567"_s }));
+        if (setup == u"shared stop list missing") {
+            QFile oem(m_harness.folder() + u"/oem.inf"_s);
+            QVERIFY(oem.open(QIODevice::Append));
+            oem.write("[Files]\r\nSperrliste=fehlt.txt\r\n");
+        }
         if (setup == u"service")
             m_harness.service()->stop();
         if (setup == u"record") {

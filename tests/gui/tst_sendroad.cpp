@@ -3,6 +3,7 @@
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
 #include "TestStore.h"
+#include "sending/StopList.h"
 #include "sending/frmSentSms.h"
 #include "settings/cOptionen.h"
 #include "toolkit/CTooltip.h"
@@ -15,17 +16,19 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDir>
 #include <QFile>
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyle>
 #include <QStyleOptionComboBox>
-#include <QPlainTextEdit>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QToolButton>
@@ -247,27 +250,61 @@ private slots:
         QCOMPARE(main()->lastSmsText, QString());
     }
 
+    // Refused before anything leaves: nothing goes to the gateway or the server folder, and
+    // nothing is remembered. The stop list comes after the window's own checks.
     void refusedBeforeSending_data()
     {
         QTest::addColumn<bool>("filled"); // with 9 Credits, one short
+        QTest::addColumn<QString>("stopped"); // an entry of the user's stop list
+        QTest::addColumn<QByteArray>("shared"); // [Files] of oem.inf, naming a shared stop list
+        QTest::addColumn<bool>("handOff"); // to the server folder
         QTest::addColumn<QString>("text");
-        QTest::newRow("empty fields") << false
+        const QString stoppedText = u"Die Nummer 00491711234567 steht auf der Sperrliste und erhält keine SMS."_s;
+        QTest::newRow("empty fields") << false << QString() << QByteArray() << false
                                       << "Bitte korrigieren Sie die rot markierten Felder.\r\n\r\n"
                                          "  - Bitte wählen Sie eine Vorwahl aus.\r\n"
                                          "  - Bitte geben Sie eine Rufnummer an.\r\n"
                                          "  - Bitte geben Sie eine Nachricht ein.\r\n";
-        QTest::newRow("balance too low") << true
+        QTest::newRow("balance too low") << true << QString() << QByteArray() << false
                                          << "Sie verfügen nicht mehr über ein ausreichendes Guthaben um diese "
                                             "Nachricht zu verschicken.";
+        QTest::newRow("on the user's stop list")
+            << true << u"+49 171 1234567"_s << QByteArray() << false << stoppedText;
+        QTest::newRow("on the shared stop list, hand-off")
+            << true << QString() << QByteArray("Sperrliste=sperr.txt\r\n") << true << stoppedText;
+        QTest::newRow("shared stop list missing")
+            << true << QString() << QByteArray("Sperrliste=fehlt.txt\r\n") << false
+            << u"Die Sperrliste %1 (in oem.inf unter [Files] Sperrliste genannt) gibt es nicht.\r\n\r\n"
+               "Es wird keine SMS versendet, solange die Sperrliste nicht gelesen werden kann."_s;
     }
 
     void refusedBeforeSending()
     {
         QFETCH(bool, filled);
+        QFETCH(QString, stopped);
+        QFETCH(QByteArray, shared);
+        QFETCH(bool, handOff);
         QFETCH(QString, text);
         open();
+        QTemporaryDir server;
+        if (handOff) {
+            Options().setXmlIsServerUsed(true);
+            Options().setXmlSingleUser(u"True"_s);
+            Options().setXmlUser(u"U1"_s);
+            Options().setXmlPfad(server.path());
+        }
+        if (!stopped.isEmpty())
+            QVERIFY(StopList::saveUserEntries({ u"0160 5555555"_s, stopped }));
+        if (!shared.isEmpty()) {
+            QFile oem(m_harness.folder() + u"/oem.inf"_s);
+            QVERIFY(oem.open(QIODevice::Append));
+            oem.write("[Files]\r\n" + shared);
+            QFile list(m_harness.folder() + u"/sperr.txt"_s);
+            QVERIFY(list.open(QIODevice::WriteOnly));
+            list.write("# Widerspruch\r\n0171/1234567\r\n");
+        }
         if (filled) {
-            main()->credits = 9;
+            main()->credits = stopped.isEmpty() && shared.isEmpty() ? 9 : -1;
             m_harness.fill(u"G171"_s, u"1234567"_s, u"Hallo"_s);
         }
         MessageBoxScript boxes;
@@ -275,8 +312,21 @@ private slots:
         main()->tbSend_Click();
         QCOMPARE(boxes.count(), 1);
         QCOMPARE(boxes.last().title, u"Quellbote"_s);
+        if (text.contains(u"%1"))
+            text = text.arg(QDir::toNativeSeparators(m_harness.folder() + u"/fehlt.txt"_s));
         QCOMPARE(boxes.last().text, text);
         QVERIFY(m_harness.bodies(SendPath).isEmpty());
+        QVERIFY(QDir(server.path()).isEmpty());
+        QVERIFY(!TestStore::has(u"1"_s, u"MRU"_s));
+        QCOMPARE(child<SmsTextEdit>("txtSMS")->text(), filled ? u"Hallo"_s : QString());
+        // Off the list, the same number goes out.
+        if (stopped.isEmpty())
+            return;
+        QVERIFY(StopList::saveUserEntries({ u"0160 5555555"_s }));
+        boxes.answer(MessageBox::Answer::Ok);
+        main()->tbSend_Click();
+        QTRY_COMPARE(boxes.count(), 2);
+        QCOMPARE(m_harness.bodies(SendPath).size(), 1);
     }
 
     void balanceStates_data()

@@ -3,6 +3,7 @@
 #include "MessageBoxScript.h"
 #include "ModalWindows.h"
 #include "schedule/frmTimeControl.h"
+#include "sending/StopList.h"
 #include "toolkit/Clock.h"
 #include "toolkit/ToolbarButton.h"
 
@@ -151,9 +152,11 @@ private slots:
         QTest::addColumn<bool>("refused"); // "Senden" pressed first, a weekday series with no day
         QTest::addColumn<QString>("leave"); // "Abbrechen", "Esc" or "close box"
         QTest::addColumn<int>("jobs"); // requests at the job address
-        QTest::newRow("Abbrechen") << false << u"Abbrechen"_s << 0;
-        QTest::newRow("Esc after a refused Senden") << true << u"Esc"_s << 0;
-        QTest::newRow("close box after a refused Senden") << true << u"close box"_s << 1;
+        QTest::addColumn<bool>("stopped"); // the number is on the stop list
+        QTest::newRow("Abbrechen") << false << u"Abbrechen"_s << 0 << false;
+        QTest::newRow("Esc after a refused Senden") << true << u"Esc"_s << 0 << false;
+        QTest::newRow("close box after a refused Senden") << true << u"close box"_s << 1 << false;
+        QTest::newRow("Senden, the number on the stop list") << false << u"Senden"_s << 0 << true;
     }
 
     void leavingTheDialog()
@@ -161,10 +164,13 @@ private slots:
         QFETCH(bool, refused);
         QFETCH(QString, leave);
         QFETCH(int, jobs);
+        QFETCH(bool, stopped);
         m_harness.main()->lastStartTime = u"2009-07-20 14:35:00"_s;
         MessageBoxScript boxes;
-        if (refused)
+        if (refused || stopped)
             boxes.answer(MessageBox::Answer::Ok);
+        if (stopped)
+            QVERIFY(StopList::saveUserEntries({ u"+49 171 1234567"_s }));
         if (jobs > 0)
             boxes.answer(MessageBox::Answer::Ok); // the job address's answer
         m_harness.fill(u"G171"_s, u"1234567"_s, u"Hallo"_s);
@@ -184,6 +190,8 @@ private slots:
                 QTest::keyClick(dialog->focusWidget() ? dialog->focusWidget() : dialog, Qt::Key_Escape);
             else if (leave == u"close box")
                 dialog->close();
+            else if (leave == u"Senden")
+                in<QPushButton>(dialog, "cbSend")->click();
             else
                 in<QPushButton>(dialog, "cbCancel")->click();
         });
@@ -193,7 +201,10 @@ private slots:
         QTRY_COMPARE(boxes.pending(), 0);
         QCOMPARE(m_harness.bodies(CronPath).size(), jobs);
         QVERIFY(m_harness.bodies(SendPath).isEmpty());
-        QCOMPARE(m_harness.main()->lastStartTime, u"2009-07-20 14:35:00"_s);
+        // The start is kept whether the sending went out or not (a one-off's ends in a blank).
+        QCOMPARE(m_harness.main()->lastStartTime.trimmed(), u"2009-07-20 14:35:00"_s);
+        if (stopped)
+            QCOMPARE(boxes.last().text, u"Die Nummer 00491711234567 steht auf der Sperrliste und erhält keine SMS."_s);
     }
 };
 

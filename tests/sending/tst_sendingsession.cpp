@@ -63,16 +63,23 @@ private slots:
         QTest::addColumn<QString>("number");
         QTest::addColumn<State>("state");
         QTest::addColumn<int>("requests"); // received by the service, per SMS
+        QTest::addColumn<bool>("stopped"); // the number is on the send's stop list
         const QString good = u"00491711234567"_s;
-        QTest::newRow("taken") << QString() << QString() << good << State::Sent << 1;
-        QTest::newRow("refused by the gateway") << QString() << QString() << u"0049171x"_s << State::Refused << 1;
-        QTest::newRow("service gone") << u"gone"_s << QString() << good << State::Unreached << 0;
+        QTest::newRow("taken") << QString() << QString() << good << State::Sent << 1 << false;
+        QTest::newRow("refused by the gateway")
+            << QString() << QString() << u"0049171x"_s << State::Refused << 1 << false;
+        QTest::newRow("service gone") << u"gone"_s << QString() << good << State::Unreached << 0 << false;
         // The service took the request and closed without a word: maybe billed, and never sent
         // again behind the user's back.
-        QTest::newRow("dropped after the request") << u"drop"_s << QString() << good << State::Unknown << 1;
-        QTest::newRow("answer after the time-out") << u"slow:2000"_s << QString() << good << State::Unknown << 1;
-        QTest::newRow("server folder") << QString() << u"there"_s << good << State::Sent << 0;
-        QTest::newRow("server folder missing") << QString() << u"missing"_s << good << State::Unreached << 0;
+        QTest::newRow("dropped after the request") << u"drop"_s << QString() << good << State::Unknown << 1 << false;
+        QTest::newRow("answer after the time-out")
+            << u"slow:2000"_s << QString() << good << State::Unknown << 1 << false;
+        QTest::newRow("server folder") << QString() << u"there"_s << good << State::Sent << 0 << false;
+        QTest::newRow("server folder missing") << QString() << u"missing"_s << good << State::Unreached << 0 << false;
+        // Nothing is made of an SMS to a stopped number, on either road.
+        QTest::newRow("on the stop list") << QString() << QString() << good << State::Skipped << 0 << true;
+        QTest::newRow("on the stop list, server folder")
+            << QString() << u"there"_s << good << State::Skipped << 0 << true;
     }
 
     void outcomes()
@@ -82,6 +89,7 @@ private slots:
         QFETCH(QString, number);
         QFETCH(State, state);
         QFETCH(int, requests);
+        QFETCH(bool, stopped);
         QTemporaryDir server;
         if (!folder.isEmpty()) {
             Options().setXmlIsServerUsed(true);
@@ -102,12 +110,15 @@ private slots:
         session.transfer()->setTimeoutMsForTesting(600);
         SendingSession::Send send;
         send.password = u"demo"_s;
+        if (stopped)
+            send.stopList = StopList::of({ u"0171 1234567"_s });
 
         // One message, then a run of two rows with its record.
         const QList<SendingSession::Outcome> single
             = finish(session, [&] { session.sendMessage(send, number, u"Hallo"_s, u"Anna"_s); });
         QCOMPARE(single.size(), 1);
         QCOMPARE(single.first().state, state);
+        QCOMPARE(single.first().stopListed, stopped);
         const QList<RecipientRow> rows { { u"Anna"_s, number, {}, {}, 1 }, { u"Ben"_s, number, {}, {}, 2 } };
         const QString path = RunRecord::pathFor(rows);
         auto record = std::make_unique<RunRecord>(path);
@@ -121,7 +132,7 @@ private slots:
 
         if (fault != u"gone")
             QCOMPARE(m_service->requests(SendPath).size(), 3 * requests);
-        QCOMPARE(QDir(server.path()).entryList(QDir::Files).size(), folder == u"there" ? 3 : 0);
+        QCOMPARE(QDir(server.path()).entryList(QDir::Files).size(), folder == u"there" && !stopped ? 3 : 0);
         // A run whose every row went out leaves no record; otherwise the record knows each row.
         const RunRecord::Contents contents = RunRecord::read(path);
         QCOMPARE(contents.exists, state != State::Sent);

@@ -81,6 +81,10 @@ private slots:
         QVERIFY(SaveRegString(root, u"long"_s, text));
         QCOMPARE(TestStore::raw(u"long"_s), text);
         QCOMPARE(GetRegString(root, u"long"_s), length <= MaxReadLength ? text : QString());
+        // Read with others, the same rule.
+        QVERIFY(SaveRegStrings(root, { { u"short"_s, u"x"_s }, { u"other"_s, text } }));
+        QCOMPARE(GetRegStrings(root, { u"short"_s, u"other"_s, u"absent"_s }),
+                 (QStringList { u"x"_s, length <= MaxReadLength ? text : QString(), QString() }));
     }
 
     // Only "true" reads as true, and only -1, the all-ones True, is written as "true".
