@@ -4,6 +4,7 @@
 #include "frmCsvColumns.h"
 #include "frmListCheck.h"
 #include "frmOpenWebGroup.h"
+#include "sending/StopList.h"
 #include "sending/frmMain.h"
 #include "settings/AddressBook.h"
 #include "settings/ProductName.h"
@@ -33,6 +34,8 @@
 #include <QTableView>
 #include <QToolBar>
 #include <QVBoxLayout>
+
+#include <memory>
 
 namespace {
 
@@ -558,8 +561,13 @@ void frmMultiSMS::checkList(const QList<CsvList::Doubt>& leftOut, bool always)
     frmMain* main = frmMain::instance();
     if (!main)
         return;
-    const auto check = [this, main] {
-        return ListCheck::check(m_table.rows(), main->listCheckContext());
+    const auto stops = std::make_shared<const StopList>(StopList::load());
+    const auto check = [this, main, stops] {
+        ListCheck::Context context = main->listCheckContext();
+        context.stopped = [stops](const QString& number) {
+            return stops->contains(number);
+        };
+        return ListCheck::check(m_table.rows(), context);
     };
     if (!always && leftOut.isEmpty() && check().isEmpty())
         return;

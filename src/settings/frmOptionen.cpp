@@ -8,6 +8,7 @@
 #include "OptionsProxyPane.h"
 #include "OptionsSendingPane.h"
 #include "OptionsServerPane.h"
+#include "OptionsStopListPane.h"
 #include "OptionsWebPane.h"
 #include "account/frmLogin.h"
 #include "cOptionen.h"
@@ -34,7 +35,7 @@ struct PaneButton
     const char* caption;
     const char* picture;
 };
-const std::array<PaneButton, 7> PaneButtons { {
+const std::array<PaneButton, 8> PaneButtons { {
     { "tbKontodaten", "Kontodaten", ":/pictures/user.svg" },
     { "tbVersandoperationen", "Versandoptionen", ":/pictures/send.svg" },
     { "tbCreditsKaufen", "Credits kaufen", ":/pictures/credits.svg" },
@@ -43,6 +44,7 @@ const std::array<PaneButton, 7> PaneButtons { {
     { "tbProxy", "Proxy-Einstellungen", ":/pictures/proxy.svg" },
     // The address book's pane, which had no way in of its own.
     { "tbAdressbuch", "Adressbuch", ":/pictures/phonebook.svg" },
+    { "tbSperrliste", "Sperrliste", ":/pictures/warning.svg" },
 } };
 } // namespace
 
@@ -110,10 +112,11 @@ void frmOptionen::buildControls()
     boxXmlServerSettings = new OptionsServerPane(this);
     boxProxyConfiguration = new OptionsProxyPane(this);
     boxOutlookIntegration = new OptionsAddressBookPane(this);
+    boxSperrliste = new OptionsStopListPane(this);
     for (QWidget* box : { static_cast<QWidget*>(boxKontodaten), static_cast<QWidget*>(boxVersandoptionen),
                           static_cast<QWidget*>(boxBuySMS), static_cast<QWidget*>(boxTerminversand),
                           static_cast<QWidget*>(boxXmlServerSettings), static_cast<QWidget*>(boxProxyConfiguration),
-                          static_cast<QWidget*>(boxOutlookIntegration) }) {
+                          static_cast<QWidget*>(boxOutlookIntegration), static_cast<QWidget*>(boxSperrliste) }) {
         // The panes lie on top of each other, in the dialog's button colour.
         box->setAutoFillBackground(true);
         box->setBackgroundRole(QPalette::Button);
@@ -148,6 +151,7 @@ void frmOptionen::buildControls()
         cmdSave->setEnabled(allowed);
     });
     connect(boxProxyConfiguration, &OptionsProxyPane::changed, this, enableApply);
+    connect(boxSperrliste, &OptionsStopListPane::changed, this, enableApply);
     // An oddity of the folder chooser that has always been there: the e-mail label goes blank.
     connect(boxXmlServerSettings, &OptionsServerPane::folderChosen, this,
             [this] { boxKontodaten->Label1->setText(QString()); });
@@ -165,6 +169,7 @@ void frmOptionen::LoadFromOptions()
     boxXmlServerSettings->load();
     boxProxyConfiguration->load();
     boxOutlookIntegration->load();
+    boxSperrliste->load();
     // The copying has fired the change handlers.
     cmdApply->setEnabled(false);
     selectPane(QStringLiteral("1"));
@@ -176,6 +181,8 @@ void frmOptionen::SaveToOptions()
     boxVersandoptionen->save();
     boxXmlServerSettings->save();
     boxOutlookIntegration->save();
+    if (!boxSperrliste->save())
+        m_stayOpen = true;
     if (!boxProxyConfiguration->save()) {
         MessageBox::show(this, QStringLiteral("Sie müssen eine Portnummer eingeben"), MessageBox::Buttons::Ok,
                          MessageBox::Icon::None, QStringLiteral("Quellbote"));
@@ -207,9 +214,9 @@ void frmOptionen::cmdSave_Click()
 
 QWidget* frmOptionen::pane(const QString& number) const
 {
-    const QList<QWidget*> boxes { boxKontodaten,        boxVersandoptionen,   boxBuySMS,
-                                  boxTerminversand,     boxXmlServerSettings, boxProxyConfiguration,
-                                  boxOutlookIntegration };
+    const QList<QWidget*> boxes { boxKontodaten,         boxVersandoptionen,   boxBuySMS,
+                                  boxTerminversand,      boxXmlServerSettings, boxProxyConfiguration,
+                                  boxOutlookIntegration, boxSperrliste };
     bool ok = false;
     const int index = number.toInt(&ok) - 1;
     return ok && index >= 0 && index < boxes.size() ? boxes.at(index) : nullptr;

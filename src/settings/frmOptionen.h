@@ -11,6 +11,7 @@
 class HeaderBand;
 class OptionsAccountPane;
 class OptionsAddressBookPane;
+class OptionsStopListPane;
 class OptionsProxyPane;
 class OptionsSendingPane;
 class OptionsServerPane;
@@ -53,6 +54,7 @@ public:
     OptionsServerPane* boxXmlServerSettings;
     OptionsProxyPane* boxProxyConfiguration;
     OptionsAddressBookPane* boxOutlookIntegration;
+    OptionsStopListPane* boxSperrliste;
 
 private:
     // Shows the open dialog or a new one on pane number; highlighted, unless empty, gets the
@@ -66,6 +68,6 @@ private:
     QWidget* pane(const QString& number) const;
     QString pageColour() const;
 
-    std::array<TreeButton*, 7> m_treeButtons {};
+    std::array<TreeButton*, 8> m_treeButtons {};
     bool m_stayOpen = false;
 };

@@ -46,6 +46,16 @@ QString chooseDataFileToOpen(QWidget* owner)
                  {} });
 }
 
+QString chooseStopListFile(QWidget* owner)
+{
+    return run(owner,
+               { Dialog::Mode::Open,
+                 QStringLiteral("Sperrliste importieren"),
+                 { QStringLiteral("Liste aus einer Tabelle oder Textdatei (*.csv *.tsv *.txt)"),
+                   QStringLiteral("All Files (*.*)") },
+                 {} });
+}
+
 QString chooseExportFile(QWidget* owner)
 {
     return run(owner,

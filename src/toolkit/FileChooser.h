@@ -30,6 +30,9 @@ QString chooseDataFileToOpen(QWidget* owner);
 // overwriting, the caller does both.
 QString chooseDataFileToSave(QWidget* owner);
 
+// "Sperrliste importieren": a table (.csv) or a text file of numbers.
+QString chooseStopListFile(QWidget* owner);
+
 // "Gesendete SMS exportieren": a table for Excel (.csv).
 QString chooseExportFile(QWidget* owner);
 

@@ -4,11 +4,13 @@
 #include "ModalWindows.h"
 #include "TestStore.h"
 #include "sending/SendRecord.h"
+#include "sending/StopList.h"
 #include "settings/OptionsAccountPane.h"
 #include "settings/OptionsSendingPane.h"
 #include "settings/OptionsWebPane.h"
 #include "settings/cOptionen.h"
 #include "settings/frmOptionen.h"
+#include "toolkit/FileChooser.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 #include "toolkit/WebEngineLoader.h"
@@ -20,6 +22,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -27,6 +30,16 @@
 #include <QUrlQuery>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+QStringList itemsOf(const QListWidget* list)
+{
+    QStringList items;
+    for (int i = 0; i < list->count(); ++i)
+        items.append(list->item(i)->text());
+    return items;
+}
+} // namespace
 
 class TestOptions : public QObject
 {
@@ -42,7 +55,11 @@ private slots:
         m_harness.loadMain();
     }
 
-    void cleanup() { m_harness.reset(); }
+    void cleanup()
+    {
+        FileChooser::setHandler({});
+        m_harness.reset();
+    }
 
     void savedSettingsReachTheStoreAndThePrice()
     {
@@ -85,6 +102,57 @@ private slots:
         again.cmdCancel->click();
         reloadOptionsForTesting();
         QCOMPARE(Options().Username(), u"demo@quellbote.test"_s);
+    }
+
+    // The user's stop list is kept by OK: numbers typed in any form, one already there refused in
+    // another form, a file imported, one removed; the administrator's list beside it is shown only.
+    void stopListPane()
+    {
+        QFile oem(m_harness.folder() + u"/oem.inf"_s);
+        QVERIFY(oem.open(QIODevice::Append));
+        oem.write("[Files]\r\nSperrliste=sperr.txt\r\n");
+        oem.close();
+        QFile shared(m_harness.folder() + u"/sperr.txt"_s);
+        QVERIFY(shared.open(QIODevice::WriteOnly));
+        shared.write("# Widerspruch vom 3. November\r\n0160 5555555\r\n");
+        shared.close();
+        const QString csv = m_harness.folder() + u"/abmeldungen.csv"_s;
+        QFile file(csv);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("Name;Mobil\r\nAnna;+49 171 1234567\r\nBen;0172 7654321\r\nCarla;\r\n");
+        file.close();
+        FileChooser::setHandler([&csv](const FileChooser::Dialog&) { return csv; });
+
+        frmOptionen dialog(m_harness.main());
+        dialog.show();
+        in<ToolbarButton>(&dialog, "tbSperrliste")->click();
+        QVERIFY(in<QWidget>(&dialog, "boxSperrliste")->isVisible());
+        QCOMPARE(itemsOf(in<QListWidget>(&dialog, "lstGemeinsam")), QStringList { u"0160 5555555"_s });
+        auto* number = in<QLineEdit>(&dialog, "txtSperrNummer");
+        MessageBoxScript boxes;
+        for (const QString& typed : { u"0171 1234567"_s, u"0049 171 1234567"_s, u"kein Anschluss"_s }) {
+            boxes.answer(MessageBox::Answer::Ok);
+            number->setText(typed);
+            QTest::keyClick(number, Qt::Key_Return);
+        }
+        QCOMPARE(boxes.count(), 2);
+        QCOMPARE(boxes.shown().at(0).text, u"0049 171 1234567 steht schon auf der Sperrliste."_s);
+        QCOMPARE(boxes.shown().at(1).text, u"„kein Anschluss“ ist keine Rufnummer."_s);
+        QVERIFY(dialog.cmdApply->isEnabled());
+        boxes.answer(MessageBox::Answer::Ok);
+        in<QPushButton>(&dialog, "cmdSperrImport")->click();
+        QCOMPARE(boxes.last().text,
+                 u"1 Nummern wurden der Sperrliste hinzugefügt. 1 standen schon darauf. 1 Zeilen enthielten keine "
+                 "Rufnummer."_s);
+        auto* list = in<QListWidget>(&dialog, "lstSperrliste");
+        QCOMPARE(list->count(), 2);
+        list->setCurrentRow(0);
+        in<QPushButton>(&dialog, "cmdSperrEntfernen")->click();
+        dialog.cmdSave->click();
+        const StopList stops = StopList::load();
+        QCOMPARE(stops.userEntries(), QStringList { u"00491727654321"_s });
+        QVERIFY(stops.contains(u"+49 172 7654321"_s) && stops.contains(u"01605555555"_s));
+        QVERIFY(!stops.contains(u"01711234567"_s));
     }
 
     void webPanesAskTheServiceWithTheirOwnKeys()
