@@ -79,7 +79,8 @@ frmFirstTime::frmFirstTime()
     lblVersion->setAlignment(Qt::AlignRight);
     lblVersion->setContentsMargins(8, 0, 8, 6);
     layout->addWidget(lblVersion);
-    resize(720, 600);
+    // The usual size, or what the forms need with a larger desktop font.
+    resize(QSize(720, 600).expandedTo(sizeHint()));
 
     web->navigate(QStringLiteral("qrc:/web/FIRSTSTART.HTML"));
     optNewOld_Click();

@@ -161,3 +161,9 @@ int frmListCheck::review(RecipientTable& table, const Check& check, const QList<
     dialog.exec();
     return dialog.m_goTo;
 }
+
+std::unique_ptr<frmListCheck> frmListCheck::forTesting(RecipientTable& table, const Check& check,
+                                                       const QList<CsvList::Doubt>& leftOut, QWidget* owner)
+{
+    return std::unique_ptr<frmListCheck>(new frmListCheck(table, check, leftOut, owner));
+}

@@ -11,6 +11,7 @@
 #include <QSet>
 
 #include <functional>
+#include <memory>
 
 class QLabel;
 class QPushButton;
@@ -26,6 +27,10 @@ public:
     // Shows the report of check over table; removes the rows the user removes. Returns the row
     // the user wants to go to, -1 for none.
     static int review(RecipientTable& table, const Check& check, const QList<CsvList::Doubt>& leftOut, QWidget* owner);
+
+    // The report as a window of its own, not shown: for looking at it.
+    static std::unique_ptr<frmListCheck> forTesting(RecipientTable& table, const Check& check,
+                                                    const QList<CsvList::Doubt>& leftOut, QWidget* owner);
 
 private:
     frmListCheck(RecipientTable& table, Check check, const QList<CsvList::Doubt>& leftOut, QWidget* owner);

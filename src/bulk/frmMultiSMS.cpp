@@ -259,7 +259,7 @@ void frmMultiSMS::buildControls()
     pBar->hide();
     layout->addWidget(pBar);
 
-    resize(470, 560);
+    resize(QSize(470, 560).expandedTo(sizeHint()));
 }
 
 void frmMultiSMS::connectHandlers()

@@ -33,6 +33,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 QLineEdit* counterField(const QString& name, const QString& caption, QWidget* parent)
 {
@@ -209,7 +211,9 @@ void frmMain::buildControls()
     sigLayout->setContentsMargins(0, 0, 0, 0);
     sigLayout->addLayout(sigButtons);
     sigLayout->addWidget(lvSignaturen, 1);
-    boxSignaturen->setFixedWidth(190);
+    // 190 pixels at the usual font; a larger desktop font widens the box with its texts.
+    boxSignaturen->setFixedWidth(
+        std::max({ 190, sigButtons->minimumSize().width(), lvSignaturen->fontMetrics().averageCharWidth() * 24 }));
 
     tbSend = toolButton(QStringLiteral("tbSend"), QStringLiteral("Senden"), QStringLiteral("Versendet die SMS"),
                         QStringLiteral("send"), this);

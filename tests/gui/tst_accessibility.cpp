@@ -121,7 +121,7 @@ private slots:
         QTest::newRow("MultiSMS") << "frmMultiSMS";
         QTest::newRow("MultiSMS log") << "frmMultiSMSLog";
         QTest::newRow("settings") << "frmOptionen tbKontodaten tbVersandoperationen tbQuellboteServer tbProxy "
-                                     "tbAdressbuch";
+                                     "tbAdressbuch tbSperrliste";
         QTest::newRow("scheduling") << "frmTimeControl cbRepetition obEndingDate obSeriesWorkDay obMonthly "
                                        "obSeriesWMonth obYearly obSeriesYearWMonth";
         QTest::newRow("first start") << "frmFirstTime cmdNext optNewOld1";
