@@ -185,7 +185,7 @@ void frmOptionen::SaveToOptions()
             boxProxyConfiguration->txtProxyPort->setFocus();
     }
     // Stored whatever went before.
-    Options().save();
+    saveOptionsWithPassword(this);
     if (frmMain* main = frmMain::instance())
         main->setOptionsBar();
 }
