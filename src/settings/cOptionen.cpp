@@ -142,12 +142,20 @@ void cOptionen::loadPassword()
 void cOptionen::savePassword() const
 {
     m_keyringRefused = false;
-    const bool changed = m_kennwort != m_keptPassword || (m_passwordInKeyring && m_Username != m_keptUsername);
-    if (!changed) {
+    const bool passwordChanged = m_kennwort != m_keptPassword;
+    const bool moved = m_passwordInKeyring && m_Username != m_keptUsername;
+    if (!passwordChanged && !moved) {
         storePasswordPlace();
         return;
     }
     const bool vault = PasswordVault::available();
+    if (!passwordChanged && m_kennwort.isEmpty()) {
+        // A new address while the keyring couldn't be read at start: there is nothing to take
+        // along, and nothing the user cleared. The next start looks under the new address.
+        m_keptUsername = m_Username;
+        storePasswordPlace();
+        return;
+    }
     if (tools::TrimBlanks(m_kennwort).isEmpty()) {
         // Cleared: gone from the keyring as from the store.
         if (vault) {
