@@ -21,6 +21,12 @@
 namespace PasswordVault {
 namespace {
 
+int& timeout()
+{
+    static int ms = TimeoutMs;
+    return ms;
+}
+
 #ifdef QUELLBOTE_SESSION_BUS
 // QtKeychain talks to the Secret Service (GNOME, most desktops) or to KWallet (KDE).
 bool sessionBusHasKeyring()
@@ -57,7 +63,7 @@ template<typename Job> Result run(std::unique_ptr<Job> job, QString* text = null
         }
         loop.quit();
     });
-    QTimer::singleShot(TimeoutMs, &loop, &QEventLoop::quit);
+    QTimer::singleShot(timeout(), &loop, &QEventLoop::quit);
     job->start();
     if (!finished)
         loop.exec(QEventLoop::ExcludeUserInputEvents);
@@ -72,6 +78,11 @@ template<typename Job> Result run(std::unique_ptr<Job> job, QString* text = null
 }
 
 } // namespace
+
+void setTimeoutForTesting(int ms)
+{
+    timeout() = ms;
+}
 
 bool available()
 {

@@ -15,6 +15,8 @@ inline constexpr auto Service = u"Tarnholt SMS";
 
 // Long enough for the user to type the keyring's own password when the desktop asks for it.
 inline constexpr int TimeoutMs = 30000;
+// Tests of a keyring that hangs wait less.
+void setTimeoutForTesting(int ms);
 
 enum class Result {
     Done, // read, written or deleted

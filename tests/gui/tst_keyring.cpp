@@ -15,10 +15,12 @@
 #include <QCheckBox>
 #include <QDBusArgument>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QProcess>
 #include <QPushButton>
@@ -28,6 +30,9 @@
 #include <QStackedWidget>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <csignal>
+#include <sys/types.h>
 
 using namespace Qt::StringLiterals;
 
@@ -235,6 +240,27 @@ private slots:
             QCOMPARE(::inKeyring(Email), nextStart);
             QVERIFY(!TestStore::has(u"Password"_s));
         }
+    }
+
+    // A keyring that doesn't answer holds up the start no longer than the wait, and its late
+    // answer finds the job it belongs to still there.
+    void aKeyringThatHangsCountsAsLocked()
+    {
+        TestStore::put(u"eMail"_s, Email);
+        TestStore::put(u"passwordInKeyring"_s, u"true"_s);
+        QCOMPARE(PasswordVault::write(Email, u"geheim"_s), PasswordVault::Result::Done);
+        const uint daemon = QDBusConnection::sessionBus().interface()->servicePid(u"org.freedesktop.secrets"_s).value();
+        QVERIFY(daemon > 0);
+        PasswordVault::setTimeoutForTesting(300);
+        QElapsedTimer waited;
+        waited.start();
+        QCOMPARE(::kill(pid_t(daemon), SIGSTOP), 0);
+        reloadOptionsForTesting();
+        ::kill(pid_t(daemon), SIGCONT);
+        PasswordVault::setTimeoutForTesting(PasswordVault::TimeoutMs);
+        QVERIFY(waited.elapsed() < 5000);
+        QVERIFY(Options().kennwort().isEmpty());
+        QCOMPARE(atTheNextStart(), u"geheim"_s);
     }
 
     // The password given in "Kontodaten", in the keyring or, said so, in the owner-only store.
