@@ -43,5 +43,7 @@ if [ ! -s "$store" ] && [ "${1:-}" != "--new-user" ]; then
 fi
 
 export XDG_CONFIG_HOME="${demo_config:-$demo/config}"
+# The demo's password stays in the demo's store, out of the user's keyring.
+export QUELLBOTE_NO_KEYRING=1
 [ "$(id -u)" -eq 0 ] && export QTWEBENGINE_DISABLE_SANDBOX=1
 "$demo/quellbote"

@@ -1,11 +1,13 @@
-# add_quellbote_test(NAME <name> SOURCES <files...> [LIBS <targets...>] [GUI] [SERVICE])
+# add_quellbote_test(NAME <name> SOURCES <files...> [LIBS <targets...>] [GUI] [SERVICE] [KEYRING])
 #
 # Registers one QtTest executable with ctest. Core tests link quellbote_core and run without a
 # display; GUI tests link quellbote_gui and run on the offscreen platform. SERVICE makes the path
 # of quellbote-service known to the test, which starts its own copy on a free loopback port.
-# The locale and the time zone are pinned so that no test depends on the machine.
+# KEYRING runs the test in a D-Bus session of its own with an unlocked gnome-keyring
+# (tests/support/with-keyring.sh); every other test leaves keyrings alone, as the program does
+# in Qt's test mode. The locale and the time zone are pinned so that no test depends on the machine.
 function(add_quellbote_test)
-    cmake_parse_arguments(ARG "GUI;SERVICE" "NAME" "SOURCES;LIBS" ${ARGN})
+    cmake_parse_arguments(ARG "GUI;SERVICE;KEYRING" "NAME" "SOURCES;LIBS" ${ARGN})
     add_executable(${ARG_NAME} ${ARG_SOURCES})
     if(ARG_GUI)
         target_link_libraries(${ARG_NAME} PRIVATE quellbote_gui quellbote_test_support_gui)
@@ -15,7 +17,11 @@ function(add_quellbote_test)
         set(label core)
     endif()
     target_link_libraries(${ARG_NAME} PRIVATE Qt6::Test quellbote_warnings ${ARG_LIBS})
-    add_test(NAME ${ARG_NAME} COMMAND ${ARG_NAME})
+    if(ARG_KEYRING)
+        add_test(NAME ${ARG_NAME} COMMAND sh ${CMAKE_SOURCE_DIR}/tests/support/with-keyring.sh $<TARGET_FILE:${ARG_NAME}>)
+    else()
+        add_test(NAME ${ARG_NAME} COMMAND ${ARG_NAME})
+    endif()
     # Window tests see one screen of 1600 x 1000 pixels, an ordinary office screen.
     set(env "LC_ALL=C.UTF-8" "LANG=C.UTF-8" "TZ=Europe/Berlin"
         "QT_QPA_PLATFORM=offscreen:configfile=${CMAKE_SOURCE_DIR}/tests/support/offscreen-screen.json")

@@ -134,6 +134,9 @@ fi
 
 (
     export XDG_CONFIG_HOME="$demo/config"
+    # The walk's session bus could start a keyring, whose first use asks on the screen for a
+    # keyring password; the demo's password stays in its store.
+    export QUELLBOTE_NO_KEYRING=1
     export QT_QPA_PLATFORM=xcb QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_ACCESSIBILITY=1
     [ "$(id -u)" -eq 0 ] && export QTWEBENGINE_DISABLE_SANDBOX=1
     [ "${A11Y_WEBENGINE:-0}" = 1 ] && export QTWEBENGINE_ENABLE_LINUX_ACCESSIBILITY=1

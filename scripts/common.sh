@@ -3,10 +3,13 @@
 # lacks, then configures and builds into build/ with two jobs.
 set -euo pipefail
 
-# openssl makes the certificates of the HTTPS tests; ICU transliterates what the gateway can't take.
+# openssl makes the certificates of the HTTPS tests; ICU transliterates what the gateway can't take;
+# QtKeychain keeps the password in the desktop's keyring. The keyring tests run gnome-keyring in a
+# D-Bus session of their own (dbus-run-session) and look into it with secret-tool; QtKeychain
+# reaches it through libsecret.
 QUELLBOTE_PACKAGES=(build-essential cmake qt6-base-dev qt6-webengine-dev qt6-httpserver-dev
     qt6-websockets-dev qt6-svg-dev qt6-translations-l10n libgl-dev xvfb xauth openssl libicu-dev
-    libqt6sql6-sqlite)
+    libqt6sql6-sqlite qtkeychain-qt6-dev libsecret-1-0 gnome-keyring dbus libsecret-tools)
 # For the fuzz harnesses (scripts/robustness.sh, fuzz/run.sh): clang and its libFuzzer runtime.
 QUELLBOTE_FUZZ_PACKAGES=(clang-14 libclang-rt-14-dev)
 

@@ -4,6 +4,7 @@
 #include "AccountProtocol.h"
 #include "Version.h"
 #include "frmAGBs.h"
+#include "frmLogin.h"
 #include "settings/ProductName.h"
 #include "settings/ProxyConfig.h"
 #include "settings/cOptionen.h"
@@ -449,7 +450,7 @@ void frmFirstTime::existingAccountStep()
         if (chkRememberPassword->isChecked())
             Options().setKennwort(txtPassword->text());
         Options().setFirstStartHasRun(true);
-        Options().save();
+        saveOptionsWithPassword(this);
         close();
         return;
     case AccountProtocol::Answer::Refused:
@@ -524,7 +525,7 @@ void frmFirstTime::cmdCompleteNewCustomer_Click()
             Options().setKennwort(txtPasswordNew->text());
         Options().setWaitingForPassword(false);
         Options().setFirstStartHasRun(true);
-        Options().save();
+        saveOptionsWithPassword(this);
         MessageBox::show(this, QStringLiteral("Ihr Konto ist jetzt freigeschaltet."), MessageBox::Buttons::Ok,
                          MessageBox::Icon::Information, ProductName());
         close();

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "frmLogin.h"
 
+#include "settings/ProductName.h"
 #include "settings/cOptionen.h"
 #include "toolkit/FieldColors.h"
+#include "toolkit/MessageBox.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -72,4 +74,19 @@ QString GetKennwort(QWidget* owner)
     if (!Options().kennwort().isEmpty())
         return Options().kennwort();
     return frmLogin::askForPassword(Options().Username(), owner);
+}
+
+void saveOptionsWithPassword(QWidget* owner)
+{
+    Options().save();
+    if (!Options().keyringRefusedPassword())
+        return;
+    MessageBox::show(owner,
+                     QStringLiteral("Der Schlüsselbund des Desktops hat das Kennwort nicht angenommen (er ist "
+                                    "gesperrt oder hat den Zugriff verweigert).\r\n\r\n"
+                                    "Das Kennwort wird deshalb in Ihrer Einstellungsdatei gespeichert, die nur Sie "
+                                    "lesen können, und beim nächsten Start erneut in den Schlüsselbund übertragen. "
+                                    "Wenn Sie das nicht möchten, löschen Sie es unter Einstellungen, Kontodaten; Sie "
+                                    "werden dann bei jedem Versand danach gefragt."),
+                     MessageBox::Buttons::Ok, MessageBox::Icon::Warning, ProductName());
 }

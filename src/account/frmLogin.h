@@ -25,3 +25,7 @@ private:
 
 // The password for the next request: the stored one, or the prompt's answer when none is stored.
 QString GetKennwort(QWidget* owner = nullptr);
+
+// Saves the options after the user gave a password to keep. When the desktop's keyring refused
+// it, the password went into the settings file instead, and the user is told so.
+void saveOptionsWithPassword(QWidget* owner);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "cOptionen.h"
 
+#include "PasswordVault.h"
 #include "ToolRegistry.h"
 #include "tools.h"
 
@@ -30,6 +31,14 @@ void writeString(const char16_t* name, const QString& value)
 void writeBool(const char16_t* name, bool value)
 {
     ToolRegistry::SaveRegBool(root(), QString::fromUtf16(name), ToolRegistry::boolValue(value));
+}
+
+// The store's note that the password is in the keyring: "true", or absent.
+constexpr auto InKeyringName = u"passwordInKeyring";
+
+void writeInKeyring(bool inKeyring)
+{
+    writeString(InKeyringName, inKeyring ? QStringLiteral("true") : QString());
 }
 
 std::unique_ptr<cOptionen>& instance()
@@ -95,11 +104,99 @@ cOptionen::cOptionen()
     m_WebProxyPort = readString(u"webProxyPort");
     m_WebProxyUserName = readString(u"webProxyUserName");
     m_WebProxyUserPasswd = readString(u"webProxyUserPasswd");
+    loadPassword();
+}
+
+void cOptionen::loadPassword()
+{
+    m_passwordInKeyring = readBool(InKeyringName);
+    if (PasswordVault::available()) {
+        if (m_passwordInKeyring) {
+            // A locked keyring, or one that doesn't answer, leaves the password empty: every
+            // operation that needs it asks, as when none is stored.
+            QString password;
+            if (PasswordVault::read(m_Username, &password) == PasswordVault::Result::Done) {
+                // A move into the keyring that ended between the note and the removal.
+                if (!m_kennwort.isEmpty())
+                    writeString(u"Password", QString());
+                m_kennwort = password;
+            } else {
+                m_kennwort.clear();
+            }
+        } else if (!tools::TrimBlanks(m_kennwort).isEmpty() && !m_Username.isEmpty()
+                   && PasswordVault::write(m_Username, m_kennwort) == PasswordVault::Result::Done) {
+            // The note first: a move cut short after it still finds the password in the keyring.
+            writeInKeyring(true);
+            writeString(u"Password", QString());
+            m_passwordInKeyring = true;
+        }
+        // A keyring that refuses the move leaves the store as it was; the next start tries again.
+    } else if (m_passwordInKeyring) {
+        // The keyring isn't there this time (another session, no session bus): ask.
+        m_kennwort.clear();
+    }
+    m_keptPassword = m_kennwort;
+    m_keptUsername = m_Username;
+}
+
+void cOptionen::savePassword() const
+{
+    m_keyringRefused = false;
+    const bool passwordChanged = m_kennwort != m_keptPassword;
+    const bool moved = m_passwordInKeyring && m_Username != m_keptUsername;
+    if (!passwordChanged && !moved) {
+        storePasswordPlace();
+        return;
+    }
+    const bool vault = PasswordVault::available();
+    if (!passwordChanged && m_kennwort.isEmpty()) {
+        // A new address while the keyring couldn't be read at start: there is nothing to take
+        // along, and nothing the user cleared. The next start looks under the new address.
+        m_keptUsername = m_Username;
+        storePasswordPlace();
+        return;
+    }
+    if (tools::TrimBlanks(m_kennwort).isEmpty()) {
+        // Cleared: gone from the keyring as from the store.
+        if (vault) {
+            PasswordVault::remove(m_keptUsername);
+            if (m_Username != m_keptUsername)
+                PasswordVault::remove(m_Username);
+        }
+        m_passwordInKeyring = false;
+    } else if (vault && !m_Username.isEmpty()
+               && PasswordVault::write(m_Username, m_kennwort) == PasswordVault::Result::Done) {
+        if (m_passwordInKeyring && m_Username != m_keptUsername)
+            PasswordVault::remove(m_keptUsername);
+        m_passwordInKeyring = true;
+    } else {
+        // No keyring here, or it refused: the owner-only store keeps the password, as it always
+        // did without a keyring. The next start moves it into the keyring if it will take it.
+        // (The keyring's entry is named by the e-mail address: without one it stays out.)
+        m_keyringRefused = vault && !m_Username.isEmpty();
+        m_passwordInKeyring = false;
+    }
+    storePasswordPlace();
+    m_keptPassword = m_kennwort;
+    m_keptUsername = m_Username;
+}
+
+void cOptionen::storePasswordPlace() const
+{
+    // In this order, so that a save cut short in between never loses the password: the note
+    // goes in before the password leaves the store, and out after it is back.
+    if (m_passwordInKeyring) {
+        writeInKeyring(true);
+        writeString(u"Password", QString());
+    } else {
+        writeString(u"Password", m_kennwort);
+        writeInKeyring(false);
+    }
 }
 
 void cOptionen::save() const
 {
-    writeString(u"Password", m_kennwort);
+    savePassword();
     writeString(u"eMail", m_Username);
     writeString(u"Absenderkennung", m_Absenderkennung);
     writeBool(u"isAbsenderkennung", m_isAbsenderkennung);

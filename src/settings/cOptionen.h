@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The user's settings: read whole from the per-user store when first touched, changed in memory
 // by the windows, and written back whole by save(). Nothing else keeps a copy of a setting.
+// Where the desktop has a keyring the password lives there instead of in the store, and the
+// store only notes that it does (see PasswordVault).
 #pragma once
 
 #include <QString>
@@ -8,11 +10,19 @@
 class cOptionen
 {
 public:
-    // Reads every value from the store.
+    // Reads every value from the store, and the password from the keyring where the store
+    // says it lives there. A password still in the store moves into the keyring.
     cOptionen();
 
-    // Writes every value to the store; a value that can't be written is skipped.
+    // Writes every value to the store; a value that can't be written is skipped. A password
+    // that was changed goes to the keyring, or to the store where there is none.
     void save() const;
+
+    // Whether the last save found a keyring that refused the password, which then went into the
+    // store; the window that saved tells the user.
+    bool keyringRefusedPassword() const { return m_keyringRefused; }
+    // Whether the password lives in the keyring rather than in the store.
+    bool passwordInKeyring() const { return m_passwordInKeyring; }
 
     QString WebProxyUserPasswd() const { return m_WebProxyUserPasswd; }
     void setWebProxyUserPasswd(const QString& v) { m_WebProxyUserPasswd = v; }
@@ -92,6 +102,10 @@ public:
     bool takeFirstStartDecision();
 
 private:
+    void loadPassword();
+    void savePassword() const;
+    void storePasswordPlace() const;
+
     QString m_WebProxyUserPasswd;
     QString m_WebProxyUserName;
     QString m_WebProxyPort;
@@ -127,6 +141,12 @@ private:
     bool m_isAbsenderkennung = false;
     QString m_kennwort;
     QString m_Username;
+    // What the store or the keyring holds as of the last load or save, and under which address;
+    // save() touches the keyring only when the password or the address has changed since.
+    mutable bool m_passwordInKeyring = false;
+    mutable QString m_keptPassword;
+    mutable QString m_keptUsername;
+    mutable bool m_keyringRefused = false;
 };
 
 // The text of a boolean as the language writes it: "True" or "False".

@@ -192,7 +192,7 @@ void frmOptionen::SaveToOptions()
             boxProxyConfiguration->txtProxyPort->setFocus();
     }
     // Stored whatever went before.
-    Options().save();
+    saveOptionsWithPassword(this);
     if (frmMain* main = frmMain::instance())
         main->setOptionsBar();
 }

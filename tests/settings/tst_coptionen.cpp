@@ -71,6 +71,46 @@ private slots:
         QCOMPARE(TestStore::raw(u"infoVersion"_s), u"0"_s);
     }
 
+    // Without a keyring (as here, in Qt's test mode) the store keeps the password as it always
+    // did; a note that it lives in a keyring, left by a session that had one, makes it asked for.
+    void passwordWithoutAKeyring_data()
+    {
+        QTest::addColumn<QString>("inStore"); // null: absent
+        QTest::addColumn<bool>("noted");
+        QTest::addColumn<QString>("typed"); // null: the options are saved unchanged
+        QTest::addColumn<QString>("loaded");
+        QTest::addColumn<QString>("storeAfter");
+        QTest::addColumn<bool>("notedAfter");
+        QTest::newRow("in the store") << u"geheim"_s << false << QString() << u"geheim"_s << u"geheim"_s << false;
+        QTest::newRow("in a keyring not there: asked for")
+            << QString() << true << QString() << QString() << QString() << true;
+        QTest::newRow("typed now: into the store") << QString() << true << u"neu"_s << QString() << u"neu"_s << false;
+        QTest::newRow("cleared") << u"geheim"_s << false << u""_s << u"geheim"_s << QString() << false;
+    }
+
+    void passwordWithoutAKeyring()
+    {
+        QFETCH(QString, inStore);
+        QFETCH(bool, noted);
+        QFETCH(QString, typed);
+        QFETCH(QString, loaded);
+        QFETCH(QString, storeAfter);
+        QFETCH(bool, notedAfter);
+        TestStore::put(u"eMail"_s, u"demo@quellbote.test"_s);
+        if (!inStore.isNull())
+            TestStore::put(u"Password"_s, inStore);
+        if (noted)
+            TestStore::put(u"passwordInKeyring"_s, u"true"_s);
+        cOptionen o;
+        QCOMPARE(o.kennwort(), loaded);
+        if (!typed.isNull())
+            o.setKennwort(typed);
+        o.save();
+        QVERIFY(!o.keyringRefusedPassword());
+        QCOMPARE(TestStore::raw(u"Password"_s), storeAfter);
+        QCOMPARE(TestStore::has(u"passwordInKeyring"_s), notedAfter);
+    }
+
     void infoVersionGuard_data()
     {
         QTest::addColumn<QString>("stored");
