@@ -165,7 +165,8 @@ private slots:
     {
         MessageBoxScript boxes;
         boxes.answer(MessageBox::Answer::Yes);
-        QVERIFY(m_harness.service()->setFault(SendPath, u"slow:700"_s));
+        // Slow enough that the answer comes after the second run has begun, on a busy machine too.
+        QVERIFY(m_harness.service()->setFault(SendPath, u"slow:2000"_s));
         send({ u"Bert;0049x"_s }, u"Hallo"_s);
         QVERIFY(m_harness.service()->setFault(SendPath, u"none"_s));
         frmMultiSMS::loaded()->table().removeRow(0);
