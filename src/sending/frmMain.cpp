@@ -351,6 +351,8 @@ void frmMain::cmbVorwahl_Click()
 
 void frmMain::txtNummer_Change()
 {
+    if (!NumberRules::keepsFocus(txtNummer->text()))
+        txtNummer->setAccessibleDescription(QString());
     clearWarning();
     setMarked(txtNummer, false);
     const NumberRules::NumberCheck check = NumberRules::checkNumber(selectedPrefixKey(), txtNummer->text());
@@ -541,6 +543,10 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event)
         // window or an opened list doesn't count as leaving.
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason
             && NumberRules::keepsFocus(txtNummer->text()) && !isMultiSMSMode) {
+            // A screen reader says why when the field has the focus again.
+            txtNummer->setAccessibleDescription(txtNummer->text().isEmpty()
+                                                    ? QStringLiteral("Bitte geben Sie eine Rufnummer ein.")
+                                                    : QStringLiteral("Die Rufnummer darf nur aus Ziffern bestehen."));
             QTimer::singleShot(0, txtNummer, [this] { txtNummer->setFocus(Qt::OtherFocusReason); });
         }
     }

@@ -230,6 +230,38 @@ private slots:
         QVERIFY(node->relations(QAccessible::Label).isEmpty());
     }
 
+    // Leaving "Rufnummer" without a number brings the focus back, and a screen reader hears why
+    // with the field; a number lets the focus go and silences the warning.
+    void numberThatKeepsTheFocusSaysWhy_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("description"); // empty: the focus moves on
+        QTest::newRow("empty") << QString() << u"Bitte geben Sie eine Rufnummer ein."_s;
+        QTest::newRow("a letter") << u"171x"_s << u"Die Rufnummer darf nur aus Ziffern bestehen."_s;
+        QTest::newRow("a number") << u"1711234567"_s << QString();
+    }
+
+    void numberThatKeepsTheFocusSaysWhy()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, description);
+        frmMain* main = m_harness.loadMain();
+        main->show();
+        QVERIFY(QTest::qWaitForWindowActive(main));
+        auto* number = m_harness.child<QLineEdit>("txtNummer");
+        number->setFocus();
+        QTest::keyClicks(number, typed);
+        QTest::keyClick(number, Qt::Key_Tab);
+        QTRY_COMPARE(number->hasFocus(), !description.isEmpty());
+        // Without the warning the tooltip describes the field.
+        QCOMPARE(QAccessible::queryAccessibleInterface(number)->text(QAccessible::Description),
+                 description.isEmpty() ? number->toolTip() : description);
+        if (description.isEmpty())
+            return;
+        QTest::keyClicks(number, u"0171"_s);
+        QCOMPARE(number->accessibleDescription(), typed.isEmpty() ? QString() : description);
+    }
+
     void mainWindowControlsActLikeAClick_data()
     {
         // What the control did, as the observations below put it, separated by "|".
