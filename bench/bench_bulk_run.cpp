@@ -5,8 +5,8 @@
 // (the one that goes first changes from round to round); the medians count. Runs offscreen; the
 // last line reads "throughput N % of the bare loop, longest stall M ms".
 //
-// bench_bulk_run [--rounds N] [--rows N] [--only bulk|bare]: --only runs one side alone, for a
-// profiler.
+// bench_bulk_run [--rounds N] [--rows N] [--only bulk|bare] [--record off]: --only runs one side
+// alone, for a profiler; --record off runs without the send record, as "kein Protokoll führen".
 #include "BenchRounds.h"
 #include "MainWindowHarness.h"
 #include "bulk/frmMultiSMS.h"
@@ -121,6 +121,8 @@ int main(int argc, char* argv[])
 
     MainWindowHarness harness;
     harness.resetStore();
+    if (BenchRounds::textArgument(argc, argv, "--record") == u"off")
+        SendRecord::storeRetentionDays(SendRecord::NoRecord);
     if (!harness.startService({ QStringLiteral("--accounts"), accounts.fileName() })) {
         std::fprintf(stderr, "quellbote-service did not start\n");
         return 1;

@@ -105,6 +105,7 @@ void frmFirstTime::buildPreface()
     web = new WebView(boxPreface);
     web->setObjectName(QStringLiteral("web"));
     web->setAccessibleName(QStringLiteral("Willkommen"));
+    boxPreface->setAccessibleName(QStringLiteral("Willkommen"));
     layout->addWidget(web, 1);
     auto* buttons = new QHBoxLayout;
     cmdExit = new QPushButton(QStringLiteral("Assistent abbrechen"), boxPreface);
@@ -259,6 +260,15 @@ void frmFirstTime::buildAccountPage()
     }
     txtPassword->installEventFilter(this);
     connect(cmdDoIt, &QPushButton::clicked, this, &frmFirstTime::cmdDoIt_Click);
+    // Qt 6.4 tells a screen reader of a field's caret before its focus, the first time the field
+    // gets the focus, and the field goes unannounced; a caret placed once before is no news.
+    for (QLineEdit* edit : accountPage->findChildren<QLineEdit*>())
+        edit->setCursorPosition(0);
+    // Named, the page is announced as the focus enters it, with what it asks for.
+    accountPage->setAccessibleName(QStringLiteral("Kontodaten"));
+    accountPage->setAccessibleDescription(QStringLiteral("Tragen Sie die Daten Ihres Kontos ein oder beantragen Sie "
+                                                         "ein neues Konto. ")
+                                          + Label12->text());
 }
 
 void frmFirstTime::buildWait()
@@ -293,6 +303,8 @@ void frmFirstTime::buildComplete()
     txtPasswordNew->setAccessibleName(QStringLiteral("Kennwort"));
     FieldColors::showAsStars(txtPasswordNew);
     Label3->setBuddy(txtPasswordNew);
+    boxCompleteNewCustomer->setAccessibleName(QStringLiteral("Kennwort eingeben"));
+    txtPasswordNew->setCursorPosition(0);
     layout->addWidget(txtPasswordNew);
     chkRememberPasswordNew = new QCheckBox(QStringLiteral("Kennwort speichern"), boxCompleteNewCustomer);
     chkRememberPasswordNew->setObjectName(QStringLiteral("chkRememberPasswordNew"));
@@ -396,6 +408,7 @@ void frmFirstTime::endWait()
 void frmFirstTime::showComplete(const QString& text)
 {
     lblEmailIsReady->setText(text);
+    boxCompleteNewCustomer->setAccessibleDescription(text);
     pages->setCurrentWidget(boxCompleteNewCustomer);
 }
 
