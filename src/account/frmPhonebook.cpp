@@ -31,6 +31,11 @@ frmPhonebook::frmPhonebook(frmMain* main)
     mMoveEvent::installHook(main, this);
     resize(380, main->height());
     connect(web, &WebView::beforeNavigate, this, &frmPhonebook::web_BeforeNavigate);
+    // Opened, the list is where the keyboard is, so that a screen reader reads its entries.
+    connect(web, &WebView::documentComplete, this, [this] {
+        if (isActiveWindow())
+            web->focusFirstLink();
+    });
     // The e-mail address goes as it is, the password encoded.
     web->navigate(Urls().Phonebook() + QStringLiteral("?email=") + Options().Username() + QStringLiteral("&passwort=")
                   + mUrlEncode::percentEncode(GetKennwort(main), false));

@@ -40,6 +40,9 @@ public:
     virtual void load(const QUrl& url) = 0;
     virtual QString url() const = 0;
     virtual void setContextMenuEnabled(bool enabled) = 0;
+    // The keyboard's focus into the page, on its first link: a screen reader then says the page
+    // and the link, and reads on from there.
+    virtual void focusFirstLink() = 0;
 };
 
 class WebEngineFactory
@@ -50,5 +53,5 @@ public:
     virtual WebEngineSurface* create(QWidget* parent, WebEngineHandlers handlers) = 0;
 };
 
-#define WebEngineFactory_iid "de.tarnholt.Quellbote.WebEngineFactory/1"
+#define WebEngineFactory_iid "de.tarnholt.Quellbote.WebEngineFactory/2"
 Q_DECLARE_INTERFACE(WebEngineFactory, WebEngineFactory_iid)

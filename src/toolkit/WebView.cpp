@@ -79,6 +79,12 @@ void WebView::deliverPseudoAddress(const QString& url)
     emit beforeNavigate(url, &cancel);
 }
 
+void WebView::focusFirstLink()
+{
+    if (m_engine)
+        m_engine->focusFirstLink();
+}
+
 void WebView::setContextMenuEnabled(bool enabled)
 {
     m_contextMenuEnabled = enabled;

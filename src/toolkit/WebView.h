@@ -19,6 +19,8 @@ public:
     // url as the program writes it; characters beyond ASCII go out as their Windows-1252 bytes.
     void navigate(const QString& url);
     void setContextMenuEnabled(bool enabled);
+    // The focus into the shown page, on its first link.
+    void focusFirstLink();
     QString currentUrl() const;
     // Whether pages can be shown; without the web engine the view says why in their place.
     bool canShowPages();

@@ -51,6 +51,30 @@ QString rawLinkScript()
         .arg(QString::fromLatin1(PseudoAddressPattern));
 }
 
+// A phonebook entry's link names the contact; its number stands beside it as plain text, which a
+// screen reader going from link to link never reaches. The number the link carries ("telefon://
+// Name@Number") joins its accessible name, the page's text stays as it is.
+QString numberLabelScript()
+{
+    return QStringLiteral(R"(
+(function () {
+    document.querySelectorAll('a[href^="telefon://"]').forEach(function (link) {
+        if (link.hasAttribute('aria-label'))
+            return;
+        var href = link.getAttribute('href');
+        var at = href.lastIndexOf('@');
+        if (at < 0)
+            return;
+        var number = href.slice(at + 1);
+        try { number = decodeURIComponent(number); } catch (e) {}
+        var name = link.textContent.trim();
+        if (number && name.indexOf(number) < 0)
+            link.setAttribute('aria-label', name + ', ' + number);
+    });
+})();
+)");
+}
+
 // A navigation to a pseudo-scheme that nobody cancelled ends here, unanswered.
 class PseudoSchemeHandler : public QWebEngineUrlSchemeHandler
 {
@@ -154,6 +178,12 @@ public:
         rawLinks.setWorldId(QWebEngineScript::ApplicationWorld);
         rawLinks.setRunsOnSubFrames(true);
         page()->scripts().insert(rawLinks);
+        QWebEngineScript numberLabels;
+        numberLabels.setName(QStringLiteral("quellbote-number-labels"));
+        numberLabels.setSourceCode(numberLabelScript());
+        numberLabels.setInjectionPoint(QWebEngineScript::DocumentReady);
+        numberLabels.setWorldId(QWebEngineScript::ApplicationWorld);
+        page()->scripts().insert(numberLabels);
         connect(this, &QWebEngineView::loadFinished, this,
                 [this, loaded = handlers.loaded](bool) { loaded(EngineView::url()); });
     }
@@ -164,6 +194,13 @@ public:
     void setContextMenuEnabled(bool enabled) override
     {
         setContextMenuPolicy(enabled ? Qt::DefaultContextMenu : Qt::NoContextMenu);
+    }
+    void focusFirstLink() override
+    {
+        setFocus(Qt::OtherFocusReason);
+        page()->runJavaScript(QStringLiteral("(function () { var a = document.querySelector('a[href]'); "
+                                             "if (a) a.focus(); })();"),
+                              QWebEngineScript::ApplicationWorld);
     }
 };
 
