@@ -25,6 +25,7 @@
 #   A11Y_NO_BUILD=1       skips the build
 #   A11Y_PAUSE=SECONDS    the pause after each key (0.8)
 #   A11Y_STORE='k=v ...'  further values of the demo's store, one "key=value" a line
+#   A11Y_FIRST_START=1    an empty account: the first-start wizard comes up
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root="$PWD"
@@ -110,9 +111,14 @@ base=$(sed -n 's/^listening on //p' "$demo/service.log" | head -n 1)
 [ -n "$base" ] || { echo "quellbote-service did not start" >&2; exit 1; }
 write_oem_inf "$base" "$demo/oem.inf"
 {
-    printf '[General]\neMail=demo@quellbote.test\nPassword=demo\nfirstStartHasRun=true\n'
+    # A11Y_FIRST_START=1: the first-start wizard comes up instead of the main window.
+    if [ "${A11Y_FIRST_START:-0}" = 1 ]; then
+        printf '[General]\nfirstStartHasRun=false\n'
+    else
+        printf '[General]\neMail=demo@quellbote.test\nPassword=demo\nfirstStartHasRun=true\n'
+    fi
     # The news come up only when asked for: they load the web engine at start.
-    [ "${A11Y_NEWS:-0}" = 1 ] || printf 'infoVersion=1\n'
+    [ "${A11Y_NEWS:-0}" = 1 ] || [ "${A11Y_FIRST_START:-0}" = 1 ] || printf 'infoVersion=1\n'
     # Further values of the store a scenario needs, one "key=value" a line.
     [ -n "${A11Y_STORE:-}" ] && printf '%s\n' "$A11Y_STORE"
 } >"$demo/config/Tarnholt/SMS.conf"

@@ -264,11 +264,14 @@ void frmFirstTime::buildAccountPage()
     // gets the focus, and the field goes unannounced; a caret placed once before is no news.
     for (QLineEdit* edit : accountPage->findChildren<QLineEdit*>())
         edit->setCursorPosition(0);
-    // Named, the page is announced as the focus enters it, with what it asks for.
+    // What the page asks for is heard with the choice the focus enters it on: a screen reader
+    // says a control's description, not the name of the page around it.
     accountPage->setAccessibleName(QStringLiteral("Kontodaten"));
-    accountPage->setAccessibleDescription(QStringLiteral("Tragen Sie die Daten Ihres Kontos ein oder beantragen Sie "
-                                                         "ein neues Konto. ")
-                                          + Label12->text());
+    const QString instructions = QStringLiteral("Kontodaten: Melden Sie sich mit Ihrem Konto an oder beantragen Sie "
+                                                "ein neues Konto. ")
+        + Label12->text();
+    optExisting->setAccessibleDescription(instructions);
+    optNew->setAccessibleDescription(instructions);
 }
 
 void frmFirstTime::buildWait()
@@ -408,7 +411,8 @@ void frmFirstTime::endWait()
 void frmFirstTime::showComplete(const QString& text)
 {
     lblEmailIsReady->setText(text);
-    boxCompleteNewCustomer->setAccessibleDescription(text);
+    // Heard with the password field, which has the focus on this page.
+    txtPasswordNew->setAccessibleDescription(text);
     pages->setCurrentWidget(boxCompleteNewCustomer);
 }
 
