@@ -26,6 +26,9 @@
 #   A11Y_PAUSE=SECONDS    the pause after each key (0.8)
 #   A11Y_STORE='k=v ...'  further values of the demo's store, one "key=value" a line
 #   A11Y_FIRST_START=1    an empty account: the first-start wizard comes up
+#   A11Y_SCREEN=WxHxD     the virtual screen (default 1280x1024x24)
+#   A11Y_GTK_SETTINGS='k=v ...'  lines of the client's gtk-3.0/settings.ini, as GNOME writes it
+#                         (gtk-font-name=Cantarell 14), for QT_QPA_PLATFORMTHEME=gtk3
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root="$PWD"
@@ -50,7 +53,7 @@ if [ "${1:-}" != "--inside" ]; then
     # A free display number: the first without a lock file.
     display=90
     while [ -e "/tmp/.X$display-lock" ]; do display=$((display + 1)); done
-    Xvfb ":$display" -screen 0 1280x1024x24 -nolisten tcp >"$A11Y_OUT/xvfb.log" 2>&1 &
+    Xvfb ":$display" -screen 0 "${A11Y_SCREEN:-1280x1024x24}" -nolisten tcp >"$A11Y_OUT/xvfb.log" 2>&1 &
     xvfb_pid=$!
     trap 'kill $xvfb_pid 2>/dev/null || true' EXIT
     for _ in $(seq 1 50); do [ -e "/tmp/.X11-unix/X$display" ] && break; sleep 0.1; done
@@ -138,6 +141,10 @@ else
     : >"$orca_log"
 fi
 
+if [ -n "${A11Y_GTK_SETTINGS:-}" ]; then
+    mkdir -p "$demo/config/gtk-3.0"
+    printf '[Settings]\n%s\n' "$A11Y_GTK_SETTINGS" >"$demo/config/gtk-3.0/settings.ini"
+fi
 (
     export XDG_CONFIG_HOME="$demo/config"
     # The walk's session bus could start a keyring, whose first use asks on the screen for a

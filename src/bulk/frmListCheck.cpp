@@ -116,12 +116,14 @@ void frmListCheck::refill()
     }
     lvBefunde->resizeColumnToContents(0);
     lvBefunde->resizeColumnToContents(2);
-    lblSummary->setText(rows.isEmpty() ? QStringLiteral("Jede Zeile der Liste geht so hinaus, wie sie angezeigt wird.")
-                                       : QStringLiteral("%1 von %2 Zeilen gehen nicht so hinaus, wie Sie es erwarten. "
-                                                        "Entfernen Sie eine Zeile, gehen Sie zu ihr, um sie zu "
-                                                        "ändern, oder behalten Sie sie.")
-                                             .arg(rows.size())
-                                             .arg(m_table.rowCount()));
+    lblSummary->setText(m_table.rowCount() == 0 ? QStringLiteral("Die Liste hat keine Zeilen.")
+                            : rows.isEmpty()
+                            ? QStringLiteral("Jede Zeile der Liste geht so hinaus, wie sie angezeigt wird.")
+                            : QStringLiteral("%1 von %2 Zeilen gehen nicht so hinaus, wie Sie es erwarten. "
+                                             "Entfernen Sie eine Zeile, gehen Sie zu ihr, um sie zu "
+                                             "ändern, oder behalten Sie sie.")
+                                  .arg(rows.size())
+                                  .arg(m_table.rowCount()));
     if (lvBefunde->topLevelItemCount() > 0)
         lvBefunde->setCurrentItem(lvBefunde->topLevelItem(qBound(0, position, lvBefunde->topLevelItemCount() - 1)));
     for (QPushButton* button : { cmdEntfernen, cmdGehe, cmdBehalten })

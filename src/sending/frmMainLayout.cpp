@@ -31,6 +31,7 @@
 #include <QShortcut>
 #include <QStyle>
 #include <QTimer>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -385,8 +386,25 @@ void frmMain::buildControls()
     boxPlatzhalter->installEventFilter(this);
     content->addLayout(status);
     content->addLayout(footer);
-    // The window has a fixed layout; it never changes its size.
-    setFixedSize(sizeHint().expandedTo(QSize(760, 540)));
+    // The window has a fixed layout; it never changes its size. It is measured in both modes, so
+    // that the MultiSMS rows fit too, and kept within the screen (a title bar's height left
+    // over): where a large font and scaling make it taller, the message box gives up the rest.
+    const auto showMultiRows = [this](bool multi) {
+        boxPlatzhalter->setVisible(multi);
+        boxVariablesToolbar->setVisible(multi);
+        for (QWidget* counter : std::as_const(m_singleModeCounters))
+            counter->setVisible(!multi);
+    };
+    showMultiRows(true);
+    QSize size = sizeHint();
+    showMultiRows(false);
+    size = size.expandedTo(sizeHint()).expandedTo(QSize(760, 540));
+    if (const QScreen* shownOn = screen()) {
+        constexpr int TitleBar = 40;
+        const QSize room = shownOn->availableGeometry().size() - QSize(0, TitleBar);
+        size = size.boundedTo(room).expandedTo(minimumSizeHint());
+    }
+    setFixedSize(size);
 }
 
 void frmMain::connectHandlers()
