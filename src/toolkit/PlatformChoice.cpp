@@ -27,6 +27,10 @@ void apply()
     const QByteArray platform = platformFor(session);
     if (!platform.isEmpty())
         qputenv("QT_QPA_PLATFORM", platform);
+    // GTK's platform theme (the desktop's dialogs and colours) starts GTK, whose own bridge
+    // would put a second, empty "quellbote" on the accessibility bus beside the program's.
+    if (!qEnvironmentVariableIsSet("NO_AT_BRIDGE"))
+        qputenv("NO_AT_BRIDGE", "1");
 }
 
 } // namespace PlatformChoice

@@ -21,7 +21,8 @@ struct Session
 // The value to put into QT_QPA_PLATFORM before the application starts; empty to leave it as it is.
 QByteArray platformFor(const Session& session);
 
-// Reads the session from the environment and sets QT_QPA_PLATFORM where platformFor says so.
+// Reads the session from the environment and sets QT_QPA_PLATFORM where platformFor says so;
+// keeps GTK's accessibility bridge out, as the program has its own.
 void apply();
 
 } // namespace PlatformChoice
