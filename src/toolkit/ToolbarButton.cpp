@@ -13,6 +13,12 @@
 
 namespace {
 constexpr int PictureSize = 20;
+
+// 20 pixels beside the usual font; with a larger desktop font the pictures grow with the text.
+int pictureSize(const QFontMetrics& fm)
+{
+    return qMax(PictureSize, qRound(fm.height() * 1.15));
+}
 constexpr int Gap = 6;
 constexpr int Margin = 5;
 
@@ -87,12 +93,13 @@ QIcon ToolbarButton::currentPicture() const
 QSize ToolbarButton::sizeHint() const
 {
     const QFontMetrics fm(font());
+    const int picture = pictureSize(fm);
     const int textWidth = text().isEmpty() ? 0 : fm.horizontalAdvance(text());
     if (m_arrangement == Arrangement::PictureLeft) {
-        const int width = Margin * 2 + PictureSize + (textWidth ? Gap + textWidth : 0);
-        return { width, qMax(PictureSize, fm.height()) + Margin * 2 };
+        const int width = Margin * 2 + picture + (textWidth ? Gap + textWidth : 0);
+        return { width, qMax(picture, fm.height()) + Margin * 2 };
     }
-    return { qMax(PictureSize + 8, textWidth) + Margin * 2, PictureSize + 8 + Gap + fm.height() + Margin * 2 };
+    return { qMax(picture + 8, textWidth) + Margin * 2, picture + 8 + Gap + fm.height() + Margin * 2 };
 }
 
 void ToolbarButton::paintEvent(QPaintEvent*)
@@ -117,11 +124,12 @@ void ToolbarButton::paintEvent(QPaintEvent*)
     const QFontMetrics fm(font());
     QRect pictureRect;
     QRect textRect;
+    const int side = pictureSize(fm);
     if (m_arrangement == Arrangement::PictureLeft) {
-        pictureRect = QRect(Margin, (height() - PictureSize) / 2, PictureSize, PictureSize);
+        pictureRect = QRect(Margin, (height() - side) / 2, side, side);
         textRect = QRect(pictureRect.right() + Gap, 0, width() - pictureRect.right() - Gap - Margin, height());
     } else {
-        pictureRect = QRect((width() - PictureSize) / 2, Margin + 4, PictureSize, PictureSize);
+        pictureRect = QRect((width() - side) / 2, Margin + 4, side, side);
         textRect = QRect(0, pictureRect.bottom() + Gap, width(), fm.height() + 2);
     }
     if (!picture.isNull())
