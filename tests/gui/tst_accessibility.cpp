@@ -3,6 +3,7 @@
 // and working a control through it does what a click does.
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
+#include "WindowsByName.h"
 #include "account/frmFirstTime.h"
 #include "bulk/frmMultiSMS.h"
 #include "bulk/frmMultiSMSLog.h"
@@ -132,21 +133,9 @@ private slots:
         QFETCH(QString, steps);
         QStringList choices = steps.split(u' ');
         const QString window = choices.takeFirst();
-        frmMain* main = m_harness.loadMain();
-        QWidget* shown = main;
         std::unique_ptr<QWidget> owned;
-        if (window == u"frmMultiSMS") {
-            m_harness.child<QAbstractButton>("tbMultiSMS")->click();
-            shown = frmMultiSMS::loaded();
-        } else if (window == u"frmMultiSMSLog") {
-            shown = frmMultiSMSLog::instance();
-        } else if (window == u"frmOptionen") {
-            shown = (owned = std::make_unique<frmOptionen>(main)).get();
-        } else if (window == u"frmTimeControl") {
-            shown = (owned = std::make_unique<frmTimeControl>(QString(), main)).get();
-        } else if (window == u"frmFirstTime") {
-            shown = (owned = std::make_unique<frmFirstTime>()).get();
-        }
+        QWidget* shown = openWindow(m_harness, window, owned);
+        QVERIFY2(shown, qPrintable(window));
         shown->show();
 
         QStringList nameless;

@@ -3,15 +3,9 @@
 // its texts, none of them is cut, and each still fits the screen.
 #include "MainWindowHarness.h"
 #include "MessageBoxScript.h"
-#include "account/frmFirstTime.h"
-#include "account/frmLogin.h"
+#include "WindowsByName.h"
 #include "bulk/frmListCheck.h"
 #include "bulk/frmMultiSMS.h"
-#include "bulk/frmMultiSMSLog.h"
-#include "schedule/frmTimeControl.h"
-#include "sending/frmSentSms.h"
-#include "settings/frmOptionen.h"
-#include "settings/frmSignaturen.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -111,28 +105,11 @@ private slots:
         QStringList choices = steps.split(u' ');
         const QString window = choices.takeFirst();
         frmMain* main = m_harness.loadMain();
-        QWidget* shown = main;
         std::unique_ptr<QWidget> owned;
         RecipientTable table;
         table.addRow(u"Anna"_s, u"0049"_s, {}, {});
-        if (window == u"frmMultiSMS") {
-            m_harness.child<QAbstractButton>("tbMultiSMS")->click();
-            shown = frmMultiSMS::loaded();
-        } else if (window == u"frmMultiSMSLog") {
-            shown = frmMultiSMSLog::instance();
-        } else if (window == u"frmOptionen") {
-            owned = std::make_unique<frmOptionen>(main);
-        } else if (window == u"frmTimeControl") {
-            owned = std::make_unique<frmTimeControl>(QString(), main);
-        } else if (window == u"frmFirstTime") {
-            owned = std::make_unique<frmFirstTime>();
-        } else if (window == u"frmSignaturen") {
-            owned = std::make_unique<frmSignaturen>(main);
-        } else if (window == u"frmLogin") {
-            owned = std::make_unique<frmLogin>(u"demo@quellbote.test"_s, main);
-        } else if (window == u"frmSentSms") {
-            owned = std::make_unique<frmSentSms>(main->sendRecord());
-        } else if (window == u"frmListCheck") {
+        QWidget* shown = openWindow(m_harness, window, owned);
+        if (window == u"frmListCheck") {
             owned = frmListCheck::forTesting(
                 table,
                 [] {
@@ -140,9 +117,9 @@ private slots:
                                                          ListCheck::numberProblem(u"0049"_s) } };
                 },
                 { { 4, u"Ben"_s, u"4,91711E+11"_s, u"Die Nummer hat Excel zerstört"_s } }, main);
-        }
-        if (owned)
             shown = owned.get();
+        }
+        QVERIFY2(shown, qPrintable(window));
         shown->show();
         QVERIFY(QTest::qWaitForWindowExposed(shown));
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
