@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SendRecord.h"
 
+#include "SendRecordWriter.h"
 #include "settings/ToolRegistry.h"
 #include "toolkit/Clock.h"
 
@@ -14,24 +15,16 @@
 #include <QStandardPaths>
 #include <QThread>
 #include <QTimer>
-
-#ifdef Q_OS_LINUX
-#include <sys/resource.h>
-#include <sys/syscall.h>
-#include <unistd.h>
-#endif
 #include <QVariant>
 
-#include <atomic>
+
+using namespace SendRecordSql;
 
 namespace {
 const QString RetentionValue = QStringLiteral("SendRecordDays");
 
 // Searches of fewer characters than a trigram can't use the index and read the entries instead.
 constexpr int IndexedLength = 3;
-// How long no entry must come before the index catches up.
-constexpr int IndexDelayMs = 1000;
-
 QString rootKey()
 {
     return QString::fromUtf16(ToolRegistry::RootKey);
@@ -140,21 +133,10 @@ Filter filterOf(const SendRecord::Query& query)
     return filter;
 }
 
-// A text for a column that holds no NULL: Qt binds a null string as NULL.
-QVariant textValue(const QString& text)
-{
-    return text.isNull() ? QVariant(QStringLiteral("")) : QVariant(text);
-}
-
 void bindAll(QSqlQuery& sql, const QVariantList& values)
 {
     for (const QVariant& value : values)
         sql.addBindValue(value);
-}
-
-QString errorOf(const QSqlQuery& sql)
-{
-    return sql.lastError().text();
 }
 
 // A field as Excel reads it back: quoted when it holds the separator, a quote, a line break or
@@ -187,189 +169,7 @@ QString roadLabelOf(SendRecord::Road road)
     return {};
 }
 
-std::atomic<int> lastConnection { 0 };
-
-// Indexes the entries written since the index last caught up, in one transaction that holds the
-// record's write lock, so that two instances never index an entry twice.
-QString indexUnindexed(QSqlDatabase db)
-{
-    QSqlQuery sql(db);
-    if (!sql.exec(QStringLiteral("BEGIN IMMEDIATE")))
-        return errorOf(sql);
-    const auto rollback = [&sql] {
-        const QString error = errorOf(sql);
-        sql.finish();
-        sql.exec(QStringLiteral("ROLLBACK"));
-        return error;
-    };
-    if (!sql.exec(
-            QStringLiteral("SELECT (SELECT upto FROM entries_indexed), (SELECT coalesce(max(id), 0) FROM entries)"))
-        || !sql.next())
-        return rollback();
-    const qint64 upto = sql.value(0).toLongLong();
-    const qint64 last = sql.value(1).toLongLong();
-    sql.finish();
-    if (last > upto) {
-        sql.prepare(QStringLiteral("INSERT INTO entries_fts(rowid, number, name, text) "
-                                   "SELECT id, number, name, text FROM entries WHERE id > ? AND id <= ?"));
-        sql.addBindValue(upto);
-        sql.addBindValue(last);
-        if (!sql.exec())
-            return rollback();
-        sql.prepare(QStringLiteral("UPDATE entries_indexed SET upto = ?"));
-        sql.addBindValue(last);
-        if (!sql.exec())
-            return rollback();
-    }
-    if (!sql.exec(QStringLiteral("COMMIT")))
-        return rollback();
-    return {};
-}
 } // namespace
-
-// Writes the entries on a thread of its own, through a connection of its own, each batch in one
-// transaction; batches that come while one is written are written together after it.
-class SendRecordWriter : public QObject
-{
-public:
-    SendRecordWriter(SendRecord* owner, const QString& path)
-        : m_owner(owner)
-        , m_path(path)
-        , m_connection(QStringLiteral("sendrecord-%1").arg(++lastConnection))
-    {
-    }
-
-    // The rest runs on the writer's thread.
-    QString open()
-    {
-#ifdef Q_OS_LINUX
-        // The index costs a core its time, which a bulk run needs for its requests: the writer
-        // yields to them (a nice thread still gets its share, so it never starves) and catches up
-        // when the run is through.
-        setpriority(PRIO_PROCESS, pid_t(syscall(SYS_gettid)), 15);
-#endif
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
-        db.setDatabaseName(m_path);
-        // The window and quellbote-send may write at the same time; the writer has time to wait its
-        // turn, as nobody waits for it.
-        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
-        if (!db.open())
-            return db.lastError().text();
-        QSqlQuery sql(db);
-        if (!sql.exec(QStringLiteral("PRAGMA synchronous=NORMAL")))
-            return errorOf(sql);
-        // Entries are indexed once no more have come for a while: a bulk run pays only for the
-        // rows themselves, and the index catches up when it is through.
-        m_indexLater = std::make_unique<QTimer>();
-        m_indexLater->setSingleShot(true);
-        m_indexLater->setInterval(IndexDelayMs);
-        QObject::connect(m_indexLater.get(), &QTimer::timeout, this, [this] {
-            const QString error = index();
-            if (!error.isEmpty())
-                QMetaObject::invokeMethod(
-                    m_owner, [owner = m_owner, error] { owner->fail(error); }, Qt::QueuedConnection);
-        });
-        // What an instance that was ended left unindexed.
-        m_indexLater->start();
-        return {};
-    }
-
-    // Indexes what is written and not yet indexed, by this instance or another.
-    QString index()
-    {
-        if (m_indexLater)
-            m_indexLater->stop();
-        if (m_failed)
-            return {};
-        const QString error = indexUnindexed(QSqlDatabase::database(m_connection, false));
-        m_failed = !error.isEmpty();
-        return error;
-    }
-
-    void enqueue(const QList<SendRecord::Entry>& entries)
-    {
-        m_queue += entries;
-        if (m_writeQueued)
-            return;
-        m_writeQueued = true;
-        QTimer::singleShot(0, this, [this] {
-            const QString error = writeQueued();
-            if (!error.isEmpty())
-                QMetaObject::invokeMethod(
-                    m_owner, [owner = m_owner, error] { owner->fail(error); }, Qt::QueuedConnection);
-        });
-    }
-
-    // Writes what is queued; the failure, the first time.
-    QString writeQueued()
-    {
-        m_writeQueued = false;
-        const QList<SendRecord::Entry> entries = std::exchange(m_queue, {});
-        if (entries.isEmpty() || m_failed)
-            return {};
-        const QString error = write(entries);
-        m_failed = !error.isEmpty();
-        if (!m_failed && m_indexLater)
-            m_indexLater->start();
-        return error;
-    }
-
-    // Ends the connection and gives the writer back to its owner's thread, to be deleted there.
-    void close()
-    {
-        index();
-        m_indexLater.reset();
-        {
-            QSqlDatabase db = QSqlDatabase::database(m_connection, false);
-            if (db.isValid())
-                db.close();
-        }
-        QSqlDatabase::removeDatabase(m_connection);
-        moveToThread(m_owner->thread());
-    }
-
-private:
-    QString write(const QList<SendRecord::Entry>& entries)
-    {
-        QSqlDatabase db = QSqlDatabase::database(m_connection, false);
-        if (!db.transaction())
-            return db.lastError().text();
-        QSqlQuery sql(db);
-        sql.prepare(QStringLiteral("INSERT INTO entries (time, road, name, number, text, parts, credits, outcome, "
-                                   "answer) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)"));
-        for (const SendRecord::Entry& e : entries) {
-            sql.addBindValue(e.time.toMSecsSinceEpoch());
-            sql.addBindValue(SendRecord::roadName(e.road));
-            sql.addBindValue(textValue(e.name));
-            sql.addBindValue(textValue(e.number));
-            sql.addBindValue(textValue(e.text));
-            sql.addBindValue(e.parts);
-            sql.addBindValue(e.credits);
-            sql.addBindValue(SendOutcome::name(e.state));
-            sql.addBindValue(textValue(e.answer));
-            if (!sql.exec()) {
-                const QString error = errorOf(sql);
-                sql.finish();
-                db.rollback();
-                return error;
-            }
-        }
-        if (!db.commit()) {
-            const QString error = db.lastError().text();
-            db.rollback();
-            return error;
-        }
-        return {};
-    }
-
-    SendRecord* m_owner;
-    QString m_path;
-    QString m_connection;
-    QList<SendRecord::Entry> m_queue;
-    std::unique_ptr<QTimer> m_indexLater;
-    bool m_writeQueued = false;
-    bool m_failed = false;
-};
 
 QString SendRecord::roadLabel(Road road)
 {
@@ -418,7 +218,7 @@ QString SendRecord::defaultPath()
 SendRecord::SendRecord(const QString& path, int retentionDays, QObject* parent)
     : QObject(parent)
     , m_path(path)
-    , m_connection(QStringLiteral("sendrecord-%1").arg(++lastConnection))
+    , m_connection(SendRecordSql::newConnectionName())
     , m_wanted(retentionDays != NoRecord)
 {
     if (!m_wanted) {
