@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "frmMultiSMS.h"
 
+#include "RecipientPreview.h"
 #include "frmCsvColumns.h"
 #include "frmListCheck.h"
 #include "frmOpenWebGroup.h"
@@ -29,7 +30,6 @@
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QTableView>
 #include <QToolBar>
@@ -165,22 +165,8 @@ void frmMultiSMS::buildControls()
     layout->addWidget(lvData, 1);
 
     // The selected row's SMS as its recipient gets it.
-    auto* previewCaption = new QLabel(QStringLiteral("&Vorschau für den gewählten Empfänger"), this);
-    layout->addWidget(previewCaption);
-    txtVorschau = new QPlainTextEdit(this);
-    txtVorschau->setObjectName(QStringLiteral("txtVorschau"));
-    txtVorschau->setAccessibleName(QStringLiteral("Vorschau für den gewählten Empfänger"));
-    txtVorschau->setReadOnly(true);
-    txtVorschau->setTextInteractionFlags(Qt::TextSelectableByKeyboard | Qt::TextSelectableByMouse);
-    txtVorschau->setTabChangesFocus(true);
-    txtVorschau->setFixedHeight(txtVorschau->fontMetrics().lineSpacing() * 3
-                                + int(txtVorschau->document()->documentMargin() * 2) + txtVorschau->frameWidth() * 2);
-    previewCaption->setBuddy(txtVorschau);
-    layout->addWidget(txtVorschau);
-    lblVorschau = new QLabel(this);
-    lblVorschau->setObjectName(QStringLiteral("lblVorschau"));
-    lblVorschau->setWordWrap(true);
-    layout->addWidget(lblVorschau);
+    preview = new RecipientPreview(this);
+    layout->addWidget(preview);
 
     auto* entry = new QHBoxLayout;
     auto* fields = new QFormLayout;
@@ -592,16 +578,10 @@ void frmMultiSMS::refreshPreview()
 {
     const int row = selectedRow();
     frmMain* main = frmMain::instance();
-    if (row < 0 || row >= m_table.rowCount() || !main) {
-        txtVorschau->clear();
-        lblVorschau->setText(QStringLiteral("Wählen Sie einen Empfänger, um seine SMS zu sehen."));
-        return;
-    }
-    const ListCheck::Preview preview = ListCheck::preview(m_table.rows().at(row), main->listCheckContext());
-    txtVorschau->setPlainText(preview.text);
-    const QString number
-        = preview.number.isEmpty() ? QStringLiteral("ohne Nummer") : QStringLiteral("an ") + preview.number;
-    lblVorschau->setText(number + QStringLiteral(": ") + ListCheck::previewLine(preview));
+    if (row < 0 || row >= m_table.rowCount() || !main)
+        preview->showRow(nullptr, {});
+    else
+        preview->showRow(&m_table.rows().at(row), main->listCheckContext());
 }
 
 void frmMultiSMS::saveFile()

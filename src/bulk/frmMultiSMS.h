@@ -12,7 +12,7 @@
 class QAction;
 class QLabel;
 class QLineEdit;
-class QPlainTextEdit;
+class RecipientPreview;
 class QProgressBar;
 class QTableView;
 class QToolBar;
@@ -87,8 +87,7 @@ private:
     QAction* keyDelete;
     QAction* keyAddressBook;
     QTableView* lvData;
-    QPlainTextEdit* txtVorschau;
-    QLabel* lblVorschau;
+    RecipientPreview* preview;
     QLineEdit* txtName;
     // The Tag of the row being edited, empty while a new entry is typed.
     QString txtNameTag;
