@@ -89,6 +89,14 @@ MessageBox::Icon iconOf(CronRules::Message::Icon icon)
 }
 } // namespace
 
+// A dialog destroyed while shown hides on its way out, and a date field that loses the focus then
+// reports its edit as finished: to a dialog that is no longer there. Its fields say nothing more.
+frmTimeControl::~frmTimeControl()
+{
+    for (QObject* field : findChildren<QObject*>())
+        disconnect(field, nullptr, this, nullptr);
+}
+
 frmTimeControl::frmTimeControl(const QString& lastStartTime, QWidget* owner)
     : QDialog(owner)
     , m_lastStartTime(lastStartTime)

@@ -31,6 +31,7 @@ class frmTimeControl : public QDialog
 public:
     // The dialog as it opens: the last start time (empty for none) decides date and time.
     frmTimeControl(const QString& lastStartTime, QWidget* owner);
+    ~frmTimeControl() override;
 
     // Shows the dialog modally over owner. Nothing when it was cancelled or never sent; otherwise
     // the schedule of the last press of "Senden", also one that the dialog refused and the user
