@@ -22,11 +22,10 @@ bool allDigits(QStringView text)
     }
     return true;
 }
-} // namespace
 
-QString numberProblem(const QString& Nummer)
+// Why the run can't send to Nummer, which it would send to as sent.
+QString problemOf(const QString& Nummer, const std::optional<QString>& sent)
 {
-    const std::optional<QString> sent = RecipientText::rowNumber(Nummer);
     if (!sent)
         return QStringLiteral("Keine Nummer: der Versand endet an dieser Zeile.");
     const QStringView digits = QStringView(*sent).mid(2);
@@ -41,6 +40,12 @@ QString numberProblem(const QString& Nummer)
     if (digits.size() > LongestNumber)
         return QStringLiteral("Die Nummer „%1“ hat mehr als %2 Ziffern.").arg(Nummer).arg(LongestNumber);
     return {};
+}
+} // namespace
+
+QString numberProblem(const QString& Nummer)
+{
+    return problemOf(Nummer, RecipientText::rowNumber(Nummer));
 }
 
 Preview preview(const RecipientRow& row, const Context& context)
@@ -75,8 +80,8 @@ QList<Finding> check(const QList<RecipientRow>& rows, const Context& context)
     std::optional<Preview> common;
     for (int i = 0; i < rows.size(); ++i) {
         const RecipientRow& row = rows.at(i);
-        const QString problem = numberProblem(row.Nummer);
         const std::optional<QString> number = RecipientText::rowNumber(row.Nummer);
+        const QString problem = problemOf(row.Nummer, number);
         if (!number) {
             findings.append({ i, Kind::NoNumber, problem });
         } else {

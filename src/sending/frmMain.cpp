@@ -468,14 +468,19 @@ void frmMain::signatureDelete()
     mSignaturen::SaveSignaturen(signatureTexts());
 }
 
+MessageSize::PlaceholderSizes frmMain::placeholderSizes() const
+{
+    frmMultiSMS* table = frmMultiSMS::loaded();
+    if (!table)
+        return {};
+    return { table->getMaxNameSize(), table->getMaxFrei1Size(), table->getMaxFrei2Size(),
+             int(table->table().rowCount()) };
+}
+
 void frmMain::recalcSmsSize()
 {
     setMarked(txtSMS, false);
-    MessageSize::PlaceholderSizes placeholders;
-    if (frmMultiSMS* table = frmMultiSMS::loaded()) {
-        placeholders = { table->getMaxNameSize(), table->getMaxFrei1Size(), table->getMaxFrei2Size(),
-                         int(table->table().rowCount()) };
-    }
+    const MessageSize::PlaceholderSizes placeholders = placeholderSizes();
     const MessageSize::SmsSizeFigures figures = MessageSize::recalcSmsSize(
         txtSMS->text(), isMultiSMSMode, MessageSize::smsOptionsOf(Options()), placeholders);
     if (figures.overLimit) {
@@ -502,11 +507,7 @@ ListCheck::Context frmMain::listCheckContext() const
     ListCheck::Context context;
     context.txtSMS = txtSMS->text();
     context.options = MessageSize::smsOptionsOf(Options());
-    MessageSize::PlaceholderSizes placeholders;
-    if (frmMultiSMS* table = frmMultiSMS::loaded()) {
-        placeholders = { table->getMaxNameSize(), table->getMaxFrei1Size(), table->getMaxFrei2Size(),
-                         int(table->table().rowCount()) };
-    }
+    const MessageSize::PlaceholderSizes placeholders = placeholderSizes();
     context.expectedParts
         = MessageSize::recalcSmsSize(context.txtSMS, true, context.options, placeholders).txtAnzahlProNachricht;
     // A bulk run is priced without the single send's prefix.

@@ -106,6 +106,8 @@ public:
     void checkForUpdate();
     // Size, counters and send button from the text.
     void recalcSmsSize();
+    // The longest values of the MultiSMS table's columns and its rows; none without the table.
+    MessageSize::PlaceholderSizes placeholderSizes() const;
     // What a recipient list is checked against: the text, its options, the parts shown, the price.
     ListCheck::Context listCheckContext() const;
     // txtKostenProSMS from the options, the prefix and the number.
