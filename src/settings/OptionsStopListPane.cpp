@@ -81,6 +81,7 @@ void OptionsStopListPane::load()
     const StopList stops = StopList::load();
     lstSperrliste->clear();
     lstSperrliste->addItems(stops.userEntries());
+    rememberKeys();
     cmdSperrEntfernen->setEnabled(false);
     lstGemeinsam->clear();
     if (stops.sharedFile().isEmpty()) {
@@ -111,15 +112,21 @@ bool OptionsStopListPane::save()
     return false;
 }
 
+void OptionsStopListPane::rememberKeys()
+{
+    m_keys.clear();
+    for (int i = 0; i < lstSperrliste->count(); ++i)
+        m_keys.insert(StopList::key(lstSperrliste->item(i)->text()));
+}
+
 QString OptionsStopListPane::add(const QString& written)
 {
     const QString key = StopList::key(written);
     if (key.isEmpty())
         return QStringLiteral("„%1“ ist keine Rufnummer.").arg(written.trimmed());
-    for (int i = 0; i < lstSperrliste->count(); ++i) {
-        if (StopList::key(lstSperrliste->item(i)->text()) == key)
-            return QStringLiteral("%1 steht schon auf der Sperrliste.").arg(written.trimmed());
-    }
+    if (m_keys.contains(key))
+        return QStringLiteral("%1 steht schon auf der Sperrliste.").arg(written.trimmed());
+    m_keys.insert(key);
     lstSperrliste->addItem(written.trimmed());
     return {};
 }
@@ -148,6 +155,7 @@ void OptionsStopListPane::removeSelected()
         return;
     const int row = lstSperrliste->row(selected.constFirst());
     qDeleteAll(selected);
+    rememberKeys();
     if (lstSperrliste->count() > 0)
         lstSperrliste->setCurrentRow(qMin(row, lstSperrliste->count() - 1));
     lstSperrliste->setFocus();

@@ -4,6 +4,8 @@
 // oem.inf, shown but not changed.
 #pragma once
 
+#include <QSet>
+#include <QString>
 #include <QWidget>
 
 class QLabel;
@@ -39,4 +41,9 @@ private:
     void addTyped();
     void removeSelected();
     void importFile();
+    // The international forms of the listed numbers, so that an import of thousands of numbers
+    // compares each with a set, not with every entry written out anew.
+    void rememberKeys();
+
+    QSet<QString> m_keys;
 };
