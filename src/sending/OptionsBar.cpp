@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "OptionsBar.h"
 
-#include <QHBoxLayout>
+#include "toolkit/FlowLayout.h"
+
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QToolButton>
@@ -24,8 +25,8 @@ OptionsBar::OptionsBar(QWidget* parent)
     : QWidget(parent)
 {
     setObjectName(QStringLiteral("optionsBar"));
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    // A narrow main window puts the panels that don't fit beside the caption into a row below.
+    auto* layout = new FlowLayout(this);
     auto* label = new QLabel(QStringLiteral("Sendeoptionen"), this);
     layout->addWidget(label);
     for (const Panel& p : Panels) {
@@ -48,7 +49,6 @@ OptionsBar::OptionsBar(QWidget* parent)
         connect(button, &QToolButton::toggled, this, [this, key] { emit panelClicked(key); });
         layout->addWidget(button);
     }
-    layout->addStretch(1);
 }
 
 QAbstractButton* OptionsBar::panel(const QString& key) const

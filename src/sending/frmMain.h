@@ -141,6 +141,11 @@ protected:
 
 private:
     void buildControls();
+    // Sets the window's fixed size: as wide as its rows need and at most widthLimit (the rows
+    // wrap), as tall as the rows of both modes need, within the screen.
+    void fitWindow(int widthLimit);
+    // Back to the width the rows need, once the side window it narrowed for is gone.
+    void widenAgain();
     void connectHandlers();
     void configureTransfers();
     void LoadTheme();
@@ -214,6 +219,7 @@ private:
     QLineEdit* txtAnzahlSMS;
     QLineEdit* txtKostenProSMS;
     QList<QWidget*> m_singleModeCounters;
+    bool m_narrowed = false;
     UnsendableCharsBar* unsendableChars;
     QWidget* boxReuseLastSMS;
     QLabel* lblReuseText;

@@ -11,6 +11,7 @@
 #include "settings/OemTheme.h"
 #include "settings/frmOptionen.h"
 #include "settings/tools.h"
+#include "toolkit/FlowLayout.h"
 #include "toolkit/Inet.h"
 #include "toolkit/MessageBox.h"
 #include "toolkit/OpenInBrowser.h"
@@ -22,19 +23,21 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHash>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLinearGradient>
 #include <QListWidget>
 #include <QMenu>
 #include <QPointer>
+#include <QScreen>
 #include <QShortcut>
 #include <QStyle>
 #include <QTimer>
-#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <limits>
 
 namespace {
 QLineEdit* counterField(const QString& name, const QString& caption, QWidget* parent)
@@ -48,6 +51,9 @@ QLineEdit* counterField(const QString& name, const QString& caption, QWidget* pa
     field->setMaximumWidth(64);
     return field;
 }
+
+// Between a counter and the caption of the next.
+constexpr int CounterSpacing = 20;
 
 ToolbarButton* toolButton(const QString& name, const QString& caption, const QString& tip, const QString& picture,
                           QWidget* parent)
@@ -139,6 +145,7 @@ void frmMain::buildControls()
     lblReuseText->setAccessibleName(
         QStringLiteral("Klicken Sie hier um den Text der letzten SMS nochmals zu verwenden"));
     lblReuseText->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    lblReuseText->setWordWrap(true);
     auto* reuseLayout = new QHBoxLayout(boxReuseLastSMS);
     reuseLayout->setContentsMargins(0, 0, 0, 0);
     reuseLayout->addWidget(lblReuseText);
@@ -148,8 +155,7 @@ void frmMain::buildControls()
     // The placeholders of a MultiSMS run; the bar shows in that mode only.
     boxVariablesToolbar = new QWidget(this);
     boxVariablesToolbar->setObjectName(QStringLiteral("boxVariablesToolbar"));
-    auto* variables = new QHBoxLayout(boxVariablesToolbar);
-    variables->setContentsMargins(0, 0, 0, 0);
+    auto* variables = new FlowLayout(boxVariablesToolbar);
     variables->addWidget(new QLabel(QStringLiteral("Platzhalter"), boxVariablesToolbar));
     for (const auto& [name, placeholder] :
          { std::pair { QStringLiteral("tbReplaceName"), QStringLiteral("%name%") },
@@ -160,7 +166,6 @@ void frmMain::buildControls()
         connect(button, &QAbstractButton::clicked, this, [this, inserted] { txtSMS->replaceSelection(inserted); });
         variables->addWidget(button);
     }
-    variables->addStretch(1);
     boxVariablesToolbar->hide();
 
     // The counters of a MultiSMS run, with the longest placeholder values.
@@ -170,16 +175,13 @@ void frmMain::buildControls()
     txtAnzahlProNachricht
         = counterField(QStringLiteral("txtAnzahlProNachricht"), QStringLiteral("SMS pro Nachricht"), boxPlatzhalter);
     txtAnzahlMultiSMS = counterField(QStringLiteral("txtAnzahlMultiSMS"), QStringLiteral("Anzahl SMS"), boxPlatzhalter);
-    auto* multiCounters = new QHBoxLayout(boxPlatzhalter);
-    multiCounters->setContentsMargins(0, 0, 0, 0);
+    auto* multiCounters = new FlowLayout(boxPlatzhalter);
+    multiCounters->setSpacing(CounterSpacing);
     for (QLineEdit* field : { txtZeichenMultiSMS, txtAnzahlProNachricht, txtAnzahlMultiSMS }) {
         auto* label = new QLabel(field->accessibleName(), boxPlatzhalter);
         label->setBuddy(field);
-        multiCounters->addWidget(label);
-        multiCounters->addWidget(field);
-        multiCounters->addSpacing(8);
+        multiCounters->addTogether(label, field);
     }
-    multiCounters->addStretch(1);
     boxPlatzhalter->hide();
 
     boxSignaturen = new QWidget(this);
@@ -310,28 +312,24 @@ void frmMain::buildControls()
     form->addWidget(lblRufnummer, 1, 0);
     form->addWidget(cmbVorwahl, 1, 1);
     form->addWidget(txtNummer, 1, 2);
-    auto* bookLine = new QHBoxLayout;
+    auto* bookLine = new FlowLayout;
     bookLine->addWidget(lblPhonebook);
-    bookLine->addWidget(chkPrivat);
-    bookLine->addWidget(chkPublic);
-    bookLine->addStretch(1);
+    bookLine->addTogether(chkPrivat, chkPublic);
     form->addLayout(bookLine, 2, 1, 1, 2);
     form->addWidget(lblNachricht, 3, 0, Qt::AlignTop);
     form->addWidget(txtSMS, 3, 1, 1, 2);
-    auto* counters = new QHBoxLayout;
+    auto* counters = new FlowLayout;
+    counters->setSpacing(CounterSpacing);
     for (const auto& [caption, field] : { std::pair { QStringLiteral("Zeichen"), txtZeichen },
                                           std::pair { QStringLiteral("Anzahl SMS"), txtAnzahlSMS },
                                           std::pair { QStringLiteral("Credits pro SMS"), txtKostenProSMS } }) {
         auto* label = new QLabel(caption, this);
         label->setBuddy(field);
-        counters->addWidget(label);
-        counters->addWidget(field);
-        counters->addSpacing(8);
+        counters->addTogether(label, field);
         // Size and count of one SMS give way to the placeholder counters in MultiSMS mode.
         if (field != txtKostenProSMS)
             m_singleModeCounters << label << field;
     }
-    counters->addStretch(1);
     form->addLayout(counters, 4, 1, 1, 2);
     form->addWidget(unsendableChars, 5, 1, 1, 2);
     form->addWidget(optionsBar, 6, 1, 1, 2);
@@ -347,6 +345,8 @@ void frmMain::buildControls()
     mMoveEvent::keepUncovered(
         this,
         { tbSend, tbTerminversand, tbMultiSMS, tbPhonebook, tbAddressBook, tbSentSms, tbOptions, tbHelp, tbAdmin });
+    // On a screen too narrow for both, the window narrows for a side window; its rows wrap.
+    mMoveEvent::allowNarrowing(this, [this](int width) { fitWindow(width); });
     buttons->addSpacing(8);
     buttons->addWidget(boxSignaturen, 1);
 
@@ -386,25 +386,53 @@ void frmMain::buildControls()
     boxPlatzhalter->installEventFilter(this);
     content->addLayout(status);
     content->addLayout(footer);
-    // The window has a fixed layout; it never changes its size. It is measured in both modes, so
-    // that the MultiSMS rows fit too, and kept within the screen (a title bar's height left
-    // over): where a large font and scaling make it taller, the message box gives up the rest.
-    const auto showMultiRows = [this](bool multi) {
-        boxPlatzhalter->setVisible(multi);
-        boxVariablesToolbar->setVisible(multi);
-        for (QWidget* counter : std::as_const(m_singleModeCounters))
-            counter->setVisible(!multi);
+    fitWindow(std::numeric_limits<int>::max());
+}
+
+void frmMain::fitWindow(int widthLimit)
+{
+    // The window has a fixed layout; it changes its size only to make room for a side window. It
+    // is measured in both modes, so that the MultiSMS rows fit too, and kept within the screen (a
+    // title bar's height left over): where a large font and scaling make it taller, the message
+    // box gives up the rest. Where it is narrower than its rows, they wrap.
+    const QList<QWidget*> multiRows { boxPlatzhalter, boxVariablesToolbar };
+    QHash<QWidget*, bool> hidden;
+    for (QWidget* w : multiRows + m_singleModeCounters)
+        hidden.insert(w, w->isHidden());
+    const auto showMultiRows = [&](bool multi) {
+        for (QWidget* w : multiRows)
+            w->setVisible(multi);
+        for (QWidget* w : std::as_const(m_singleModeCounters))
+            w->setVisible(!multi);
     };
-    showMultiRows(true);
-    QSize size = sizeHint();
-    showMultiRows(false);
-    size = size.expandedTo(sizeHint()).expandedTo(QSize(760, 540));
+    QSize room(std::numeric_limits<int>::max(), std::numeric_limits<int>::max());
     if (const QScreen* shownOn = screen()) {
         constexpr int TitleBar = 40;
-        const QSize room = shownOn->availableGeometry().size() - QSize(0, TitleBar);
-        size = size.boundedTo(room).expandedTo(minimumSizeHint());
+        room = shownOn->availableGeometry().size() - QSize(0, TitleBar);
     }
-    setFixedSize(size);
+    QSize natural(760, 540);
+    int narrowest = 0;
+    for (const bool multi : { true, false }) {
+        showMultiRows(multi);
+        natural = natural.expandedTo(sizeHint());
+        narrowest = std::max(narrowest, minimumSizeHint().width());
+    }
+    const int width = std::max(narrowest, std::min({ natural.width(), widthLimit, room.width() }));
+    int height = natural.height();
+    for (const bool multi : { true, false }) {
+        showMultiRows(multi);
+        height = std::max(height, layout()->totalHeightForWidth(width));
+    }
+    for (auto it = hidden.cbegin(); it != hidden.cend(); ++it)
+        it.key()->setHidden(it.value());
+    m_narrowed = width < natural.width();
+    setFixedSize(width, std::max(std::min(height, room.height()), minimumSizeHint().height()));
+}
+
+void frmMain::widenAgain()
+{
+    if (m_narrowed)
+        fitWindow(std::numeric_limits<int>::max());
 }
 
 void frmMain::connectHandlers()

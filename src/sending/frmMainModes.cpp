@@ -91,6 +91,7 @@ void frmMain::disableMultiSMS()
     // It stays loaded with its table for the next time.
     if (frmMultiSMS* side = frmMultiSMS::loaded())
         side->hide();
+    widenAgain();
     cmbName->setEditText(QString());
     cmbName->setEnabled(true);
     txtNummer->setEnabled(true);
@@ -264,6 +265,7 @@ void frmMain::disposePhonebook()
     if (m_phonebook) {
         m_phonebook->hide();
         m_phonebook.release()->deleteLater();
+        widenAgain();
     }
     isPhonebookOpen = false;
 }

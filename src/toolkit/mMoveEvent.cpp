@@ -24,7 +24,14 @@ public:
         setObjectName(CommandsName);
     }
     QList<QPointer<QWidget>> widgets;
+    std::function<void(int)> narrowTo;
 };
+
+Commands* commandsOf(QWidget* mainWindow)
+{
+    auto* commands = mainWindow->findChild<Commands*>(CommandsName, Qt::FindDirectChildrenOnly);
+    return commands ? commands : new Commands(mainWindow); // owned by mainWindow
+}
 
 // Where the commands stand on the desktop now; empty where the main window has none.
 QRect commandsRect(const QWidget* mainWindow)
@@ -123,11 +130,20 @@ void removeHook(QWidget* mainWindow, QWidget* sideWindow)
 void placeBeside(QWidget* mainWindow, QWidget* sideWindow)
 {
     // Positions of windows include their frames, as the user sees them.
-    const QRect frame = mainWindow->frameGeometry();
+    QRect frame = mainWindow->frameGeometry();
     const QRect area = screenArea(mainWindow);
     if (!area.isValid()) {
         sideWindow->move(frame.right() + 1, frame.top());
         return;
+    }
+    const auto* commands = mainWindow->findChild<Commands*>(CommandsName, Qt::FindDirectChildrenOnly);
+    const QSize sideFrame = sideFrameSize(mainWindow, sideWindow);
+    if (commands && commands->narrowTo && frame.width() + sideFrame.width() > area.width()) {
+        const bool asTall = sideWindow->height() == mainWindow->height();
+        commands->narrowTo(area.width() - sideFrame.width() - (frame.width() - mainWindow->width()));
+        frame = mainWindow->frameGeometry();
+        if (asTall)
+            sideWindow->resize(sideWindow->width(), mainWindow->height());
     }
     const WindowPlacement::Pair pair
         = WindowPlacement::besideMain(area, frame, sideFrameSize(mainWindow, sideWindow), commandsRect(mainWindow));
@@ -138,12 +154,15 @@ void placeBeside(QWidget* mainWindow, QWidget* sideWindow)
 
 void keepUncovered(QWidget* mainWindow, const QList<QWidget*>& commands)
 {
-    auto* kept = mainWindow->findChild<Commands*>(CommandsName, Qt::FindDirectChildrenOnly);
-    if (!kept)
-        kept = new Commands(mainWindow); // owned by mainWindow
+    Commands* kept = commandsOf(mainWindow);
     kept->widgets.clear();
     for (QWidget* w : commands)
         kept->widgets << w;
+}
+
+void allowNarrowing(QWidget* mainWindow, std::function<void(int width)> narrowTo)
+{
+    commandsOf(mainWindow)->narrowTo = std::move(narrowTo);
 }
 
 } // namespace mMoveEvent

@@ -7,6 +7,8 @@
 
 #include <QList>
 
+#include <functional>
+
 class QWidget;
 
 namespace mMoveEvent {
@@ -14,11 +16,15 @@ namespace mMoveEvent {
 // The hook ends by itself when either window is destroyed.
 bool installHook(QWidget* mainWindow, QWidget* sideWindow);
 void removeHook(QWidget* mainWindow, QWidget* sideWindow);
-// Puts sideWindow at the right edge of mainWindow. Where it doesn't fit there, mainWindow moves
-// left until both stand whole side by side; only a screen too narrow for both lets the side
-// window overlap mainWindow, and then not over its commands.
+// Puts sideWindow at the right edge of mainWindow. Where it doesn't fit there, mainWindow first
+// narrows as far as it allows (see allowNarrowing), then moves left until both stand whole side
+// by side; only a screen too narrow for both lets the side window overlap mainWindow, and then
+// not over its commands. A side window as tall as mainWindow stays as tall as it.
 void placeBeside(QWidget* mainWindow, QWidget* sideWindow);
 // The controls of mainWindow that a side window never covers: the commands the user needs at
 // hand whatever stands beside the window.
 void keepUncovered(QWidget* mainWindow, const QList<QWidget*>& commands);
+// How mainWindow makes room for a side window: narrowTo(width) makes it at most that wide (its
+// contents wrap), or as narrow as it can be.
+void allowNarrowing(QWidget* mainWindow, std::function<void(int width)> narrowTo);
 } // namespace mMoveEvent

@@ -86,7 +86,7 @@ private slots:
         // The window, then the buttons clicked one by one; the window is looked at after each.
         QTest::addColumn<QString>("steps");
         QTest::newRow("main window") << "frmMain";
-        QTest::newRow("main window, MultiSMS") << "frmMain tbMultiSMS";
+        QTest::newRow("main window, MultiSMS and back") << "frmMain tbMultiSMS tbMultiSMS";
         QTest::newRow("MultiSMS editor") << "frmMultiSMS";
         QTest::newRow("MultiSMS log") << "frmMultiSMSLog";
         QTest::newRow("settings") << "frmOptionen tbKontodaten tbVersandoperationen tbQuellboteServer tbProxy "
@@ -123,23 +123,29 @@ private slots:
         shown->show();
         QVERIFY(QTest::qWaitForWindowExposed(shown));
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-        const auto look = [&](const QString& step) {
-            QCoreApplication::processEvents();
-            QRect frame = shown->frameGeometry();
-            // Beside a main window this wide, the editor can't stand whole without covering the
-            // command buttons: it reaches beyond the screen instead, but is no larger than it.
-            if (shown == frmMultiSMS::loaded())
-                frame.moveTopLeft(screen.topLeft());
+        const auto whole = [&screen](const QString& step, const QWidget* w) {
+            const QRect frame = w->frameGeometry();
             QVERIFY2(screen.contains(frame),
-                     qPrintable(u"%1: %2x%3 at %4,%5"_s.arg(step)
+                     qPrintable(u"%1: %2 %3x%4 at %5,%6"_s.arg(step, w->objectName())
                                     .arg(frame.width())
                                     .arg(frame.height())
                                     .arg(frame.x())
                                     .arg(frame.y())));
+        };
+        const auto look = [&](const QString& step) {
+            QCoreApplication::processEvents();
+            whole(step, shown);
+            // The editor stands whole beside the main window: the main window's rows wrap for it.
+            if (const frmMultiSMS* editor = frmMultiSMS::loaded(); editor && editor->isVisible()) {
+                whole(step, editor);
+                QVERIFY2(!editor->frameGeometry().intersects(main->frameGeometry()), qPrintable(step));
+                QVERIFY(cutTexts(main).isEmpty());
+            }
             const QStringList cut = cutTexts(shown);
             QVERIFY2(cut.isEmpty(), qPrintable(step + u": "_s + cut.join(u"; "_s)));
         };
         look(window);
+        const QSize before = main->size();
         for (const QString& choice : std::as_const(choices)) {
             QWidget* parent = choice == u"tbMultiSMS" ? static_cast<QWidget*>(main) : shown;
             auto* button = in<QAbstractButton>(parent, choice.toLatin1().constData());
@@ -149,6 +155,9 @@ private slots:
             if (QTest::currentTestFailed())
                 return;
         }
+        // Once the side window is gone, the main window takes its own width again.
+        if (!frmMultiSMS::loaded() || !frmMultiSMS::loaded()->isVisible())
+            QCOMPARE(main->size(), before);
     }
 };
 
