@@ -1,5 +1,5 @@
 # A bulk run of two rows from the keyboard: what a screen reader hears at its end, and the log
-# read line by line with the arrow keys.
+# read line by line with the arrow keys and in flat review.
 step "MultiSMS: two rows, a text, Senden"
 tree action "push button=MultiSMS"
 sleep 3
@@ -33,4 +33,10 @@ key ctrl+Home
 key Down
 key Down
 key Down
+heard
+step "Flat review of the log (KP_8 this line, KP_7 the line above): one drawn line at a time"
+mark
+key KP_Up
+key KP_Home
+key KP_Home
 heard

@@ -4,6 +4,7 @@
 #include "sending/GatewayAnswer.h"
 #include "toolkit/Clock.h"
 #include "toolkit/DefaultInstance.h"
+#include "toolkit/LogView.h"
 #include "toolkit/mAni2.h"
 
 #include <QCloseEvent>
@@ -12,7 +13,6 @@
 #include <QIcon>
 #include <QLabel>
 #include <QPlainTextDocumentLayout>
-#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollBar>
@@ -65,7 +65,7 @@ frmMultiSMSLog::frmMultiSMSLog()
     auto* Label1 = new QLabel(QStringLiteral("Nachrichten vom Gateway"), this);
     Label1->setObjectName(QStringLiteral("Label1"));
     layout->addWidget(Label1);
-    txtLog = new QPlainTextEdit(this);
+    txtLog = new LogView(this);
     txtLog->setObjectName(QStringLiteral("txtLog"));
     txtLog->setAccessibleName(QStringLiteral("Nachrichten vom Gateway"));
     txtLog->setReadOnly(true);

@@ -13,7 +13,7 @@
 #include <QWidget>
 
 class QLabel;
-class QPlainTextEdit;
+class LogView;
 class QProgressBar;
 class QPushButton;
 class QTimer;
@@ -51,7 +51,7 @@ public:
     QList<int> rowsNotSent() const { return m_notSentRows; }
     QList<int> rowsUnknown() const { return m_unknownRows; }
 
-    QPlainTextEdit* txtLog;
+    LogView* txtLog;
     QLabel* lblSend;
     QProgressBar* pBar;
     QPushButton* cmdClose;

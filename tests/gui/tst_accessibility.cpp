@@ -11,6 +11,7 @@
 #include "settings/cOptionen.h"
 #include "settings/frmOptionen.h"
 #include "toolkit/Accessibility.h"
+#include "toolkit/LogView.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -19,11 +20,13 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QMetaEnum>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
 
 #include <functional>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -323,6 +326,49 @@ private slots:
         for (const QString& old : initially)
             news.removeOne(old);
         QCOMPARE(news.join(u'|'), happened);
+    }
+
+    // A screen reader's flat review reads the log by where its lines are drawn: each line as
+    // drawn (a long answer wraps) below the one before, also when the log is scrolled.
+    void logLinesStandWhereTheyAreDrawn()
+    {
+        LogView log;
+        log.resize(320, 200);
+        QStringList answers;
+        for (int i = 1; i <= 30; ++i)
+            answers << u"25.11.2026 10:00:%1 - Die SMS an 0049171%1 wurde erfolgreich an das Gateway übermittelt."_s
+                           .arg(i, 2, 10, QChar(u'0'));
+        log.setPlainText(answers.join(u'\n'));
+        log.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&log));
+        log.verticalScrollBar()->setValue(5);
+        QCoreApplication::processEvents();
+        QAccessibleTextInterface* text = QAccessible::queryAccessibleInterface(&log)->textInterface();
+        QVERIFY(text);
+        const QRect shown(log.viewport()->mapToGlobal(QPoint(0, 0)), log.viewport()->size());
+        int offset = text->offsetAtPoint(shown.topLeft() + QPoint(4, 4));
+        QVERIFY(offset >= 0);
+        int lines = 0;
+        int wrapped = 0;
+        int above = std::numeric_limits<int>::min();
+        for (;;) {
+            int start = 0;
+            int end = 0;
+            const QString line = text->textAtOffset(offset, QAccessible::LineBoundary, &start, &end);
+            const QRect at = text->characterRect(start);
+            // Up to the last line wholly in sight.
+            if (!shown.contains(at))
+                break;
+            QVERIFY2(at.top() > above, qPrintable(line));
+            const int hit = text->offsetAtPoint(at.center());
+            QVERIFY2(hit >= start && hit < end, qPrintable(line));
+            wrapped += line.endsWith(u'\n') ? 0 : 1;
+            above = at.top();
+            offset = end;
+            ++lines;
+        }
+        QVERIFY(lines >= 4);
+        QVERIFY(wrapped > 0);
     }
 
     void multiSmsKeysPressLikeAClick_data()

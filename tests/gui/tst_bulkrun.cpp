@@ -10,6 +10,7 @@
 #include "settings/cOptionen.h"
 #include "toolkit/FileChooser.h"
 #include "toolkit/Inet.h"
+#include "toolkit/LogView.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 

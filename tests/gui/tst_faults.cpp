@@ -15,6 +15,7 @@
 #include "bulk/frmMultiSMSLog.h"
 #include "settings/cOptionen.h"
 #include "toolkit/Inet.h"
+#include "toolkit/LogView.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
 #include "toolkit/WebView.h"
