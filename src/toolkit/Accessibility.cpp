@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "Accessibility.h"
 
+#include "PasswordEcho.h"
+
 #include <QAbstractItemView>
 #include <QAccessibleObject>
 #include <QAccessibleWidget>
@@ -230,5 +232,6 @@ namespace Accessibility {
 void install()
 {
     QAccessible::installFactory(factory);
+    PasswordEcho::install();
 }
 } // namespace Accessibility

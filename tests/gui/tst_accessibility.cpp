@@ -328,6 +328,47 @@ private slots:
         QCOMPARE(news.join(u'|'), happened);
     }
 
+    // While a password field has the keyboard, what is typed into it reaches a screen reader as
+    // bullets, inserted or removed; other fields keep their letters. (Without a screen reader Qt
+    // sends no events here, so they are sent as Qt would.)
+    void passwordIsNotEchoed()
+    {
+        static QStringList told;
+        told.clear();
+        const QAccessible::UpdateHandler screenReader = [](QAccessibleEvent* event) {
+            if (event->type() == QAccessible::TextInserted)
+                told << static_cast<QAccessibleTextInsertEvent*>(event)->textInserted();
+            else if (event->type() == QAccessible::TextRemoved)
+                told << u'-' + static_cast<QAccessibleTextRemoveEvent*>(event)->textRemoved();
+        };
+        QAccessible::installUpdateHandler(screenReader);
+        const auto send = [](QAccessibleEvent* event) {
+            const QAccessible::UpdateHandler now = QAccessible::installUpdateHandler(nullptr);
+            QAccessible::installUpdateHandler(now);
+            now(event);
+        };
+        QWidget form;
+        QLineEdit name(&form);
+        QLineEdit password(&form);
+        password.setEchoMode(QLineEdit::Password);
+        password.move(0, 40);
+        form.show();
+        form.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&form));
+        password.setFocus();
+        QAccessibleTextInsertEvent typed(&password, 0, u"gé😀"_s);
+        send(&typed);
+        QAccessibleTextRemoveEvent erased(&password, 2, u"😀"_s);
+        send(&erased);
+        QAccessibleTextInsertEvent elsewhere(&name, 0, u"Ab"_s);
+        send(&elsewhere);
+        name.setFocus();
+        QAccessibleTextInsertEvent afterwards(&name, 2, u"c"_s);
+        send(&afterwards);
+        QAccessible::installUpdateHandler(nullptr);
+        QCOMPARE(told, (QStringList { u"●●●"_s, u"-●"_s, u"Ab"_s, u"c"_s }));
+    }
+
     // A screen reader's flat review reads the log by where its lines are drawn: each line as
     // drawn (a long answer wraps) below the one before, also when the log is scrolled.
     void logLinesStandWhereTheyAreDrawn()
