@@ -245,6 +245,8 @@ void frmMultiSMS::buildControls()
     pBar->hide();
     layout->addWidget(pBar);
 
+    // Narrowed beside the main window on a small screen, it keeps its keys in sight.
+    setMinimumWidth(toolBar->sizeHint().width() + layout->contentsMargins().left() + layout->contentsMargins().right());
     resize(QSize(470, 560).expandedTo(sizeHint()));
 }
 

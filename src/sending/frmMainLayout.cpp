@@ -394,7 +394,8 @@ void frmMain::fitWindow(int widthLimit)
     // The window has a fixed layout; it changes its size only to make room for a side window. It
     // is measured in both modes, so that the MultiSMS rows fit too, and kept within the screen (a
     // title bar's height left over): where a large font and scaling make it taller, the message
-    // box gives up the rest. Where it is narrower than its rows, they wrap.
+    // box gives up the rest. Where it is narrower than its rows, they wrap, as far as the screen's
+    // height allows.
     const QList<QWidget*> multiRows { boxPlatzhalter, boxVariablesToolbar };
     QHash<QWidget*, bool> hidden;
     for (QWidget* w : multiRows + m_singleModeCounters)
@@ -417,7 +418,19 @@ void frmMain::fitWindow(int widthLimit)
         natural = natural.expandedTo(sizeHint());
         narrowest = std::max(narrowest, minimumSizeHint().width());
     }
-    const int width = std::max(narrowest, std::min({ natural.width(), widthLimit, room.width() }));
+    // Narrower only as far as the wrapped rows still find their height on the screen.
+    const auto tallEnough = [&](int w) {
+        for (const bool multi : { true, false }) {
+            showMultiRows(multi);
+            if (layout()->totalMinimumHeightForWidth(w) > room.height())
+                return false;
+        }
+        return true;
+    };
+    int width = std::max(narrowest, std::min({ natural.width(), widthLimit, room.width() }));
+    constexpr int Step = 16;
+    while (width < natural.width() && !tallEnough(width))
+        width = std::min(natural.width(), width + Step);
     int height = natural.height();
     for (const bool multi : { true, false }) {
         showMultiRows(multi);

@@ -23,7 +23,13 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <functional>
 
 namespace {
 // 0xFFD7CB as the colour is stored (blue, green, red): a light blue.
@@ -93,7 +99,18 @@ void frmOptionen::buildControls()
         m_treeButtons[size_t(i)] = button;
     }
     tree->addStretch();
-    body->addLayout(tree);
+    // The pane buttons scroll where a large font makes them taller than the screen allows.
+    auto* treeBox = new QWidget;
+    treeBox->setLayout(tree);
+    tree->setContentsMargins(0, 0, 0, 0);
+    m_treeScroll = new QScrollArea(this);
+    m_treeScroll->setObjectName(QStringLiteral("treeScroll"));
+    m_treeScroll->setFrameShape(QFrame::NoFrame);
+    m_treeScroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_treeScroll->setWidgetResizable(true);
+    m_treeScroll->setWidget(treeBox);
+    m_treeScroll->setMinimumSize(treeBox->sizeHint());
+    body->addWidget(m_treeScroll);
 
     auto* panes = new QGridLayout;
     boxKontodaten = new OptionsAccountPane(this);
@@ -159,7 +176,39 @@ void frmOptionen::buildControls()
     connect(cmdApply, &QPushButton::clicked, this, &frmOptionen::cmdApply_Click);
     connect(cmdSave, &QPushButton::clicked, this, &frmOptionen::cmdSave_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-    resize(720, 560);
+    fitScreen();
+}
+
+int frmOptionen::heightAt(int width) const
+{
+    // Word-wrapped texts make the height depend on the width.
+    return layout()->hasHeightForWidth() ? layout()->totalMinimumHeightForWidth(width) : minimumSizeHint().height();
+}
+
+void frmOptionen::fitScreen()
+{
+    const int width = std::max(720, minimumSizeHint().width());
+    if (const QScreen* shownOn = screen()) {
+        // A title bar's height left over.
+        constexpr int TitleBar = 40;
+        const int over = heightAt(width) - (shownOn->availableGeometry().height() - TitleBar);
+        if (over > 0) {
+            const int scrollBar = m_treeScroll->verticalScrollBar()->sizeHint().width();
+            const QSize whole = m_treeScroll->widget()->sizeHint();
+            m_treeScroll->setMinimumSize(whole.width() + scrollBar,
+                                         std::max(whole.height() - over, whole.height() / 4));
+            // The rows keep what they measured before; they measure again.
+            const std::function<void(QLayout*)> remeasure = [&remeasure](QLayout* l) {
+                l->invalidate();
+                for (int i = 0; i < l->count(); ++i) {
+                    if (QLayout* inner = l->itemAt(i)->layout())
+                        remeasure(inner);
+                }
+            };
+            remeasure(layout());
+        }
+    }
+    resize(width, std::max(560, heightAt(width)));
 }
 
 void frmOptionen::LoadFromOptions()
@@ -238,8 +287,13 @@ void frmOptionen::selectPane(const QString& number)
     cmdCancel->show();
     cmdApply->show();
     // The button of the pane shown is the chosen one, which a screen reader says.
-    for (int i = 0; i < int(m_treeButtons.size()); ++i)
-        m_treeButtons[size_t(i)]->setChosen(QString::number(i + 1) == number);
+    for (int i = 0; i < int(m_treeButtons.size()); ++i) {
+        const bool chosen = QString::number(i + 1) == number;
+        m_treeButtons[size_t(i)]->setChosen(chosen);
+        // Where the buttons scroll, the chosen one is in sight.
+        if (chosen)
+            m_treeScroll->ensureWidgetVisible(m_treeButtons[size_t(i)], 0, 0);
+    }
     QWidget* box = pane(number);
     if (!box)
         return;

@@ -17,6 +17,7 @@ class OptionsSendingPane;
 class OptionsServerPane;
 class OptionsWebPane;
 class QPushButton;
+class QScrollArea;
 class TreeButton;
 
 class frmOptionen : public QDialog
@@ -61,6 +62,10 @@ private:
     // highlight; modal waits until it is closed.
     static void showOn(QWidget* owner, const QString& number, const QString& highlighted, bool modal);
     void buildControls();
+    // 720 x 560 and more where the texts need it; where the window would be taller than the
+    // screen, the pane buttons give up the rest and scroll.
+    void fitScreen();
+    int heightAt(int width) const;
     void LoadFromOptions();
     void SaveToOptions();
     void cmdApply_Click();
@@ -69,5 +74,6 @@ private:
     QString pageColour() const;
 
     std::array<TreeButton*, 8> m_treeButtons {};
+    QScrollArea* m_treeScroll = nullptr;
     bool m_stayOpen = false;
 };

@@ -8,6 +8,8 @@
 #include <QScreen>
 #include <QWidget>
 
+#include <algorithm>
+
 namespace mMoveEvent {
 namespace {
 const auto CommandsName = QStringLiteral("mMoveEventCommands");
@@ -144,6 +146,13 @@ void placeBeside(QWidget* mainWindow, QWidget* sideWindow)
         frame = mainWindow->frameGeometry();
         if (asTall)
             sideWindow->resize(sideWindow->width(), mainWindow->height());
+    }
+    // Where the main window can't narrow enough, the side window gives up what it can.
+    if (const int over = frame.width() + sideFrame.width() - area.width(); over > 0) {
+        const int least = std::max(sideWindow->minimumSizeHint().width(), sideWindow->minimumWidth());
+        const int width = std::max(least, sideWindow->width() - over);
+        if (width < sideWindow->width())
+            sideWindow->resize(width, sideWindow->height());
     }
     const WindowPlacement::Pair pair
         = WindowPlacement::besideMain(area, frame, sideFrameSize(mainWindow, sideWindow), commandsRect(mainWindow));

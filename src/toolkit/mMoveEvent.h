@@ -17,9 +17,10 @@ namespace mMoveEvent {
 bool installHook(QWidget* mainWindow, QWidget* sideWindow);
 void removeHook(QWidget* mainWindow, QWidget* sideWindow);
 // Puts sideWindow at the right edge of mainWindow. Where it doesn't fit there, mainWindow first
-// narrows as far as it allows (see allowNarrowing), then moves left until both stand whole side
-// by side; only a screen too narrow for both lets the side window overlap mainWindow, and then
-// not over its commands. A side window as tall as mainWindow stays as tall as it.
+// narrows as far as it allows (see allowNarrowing), then sideWindow down to its minimum width,
+// then mainWindow moves left until both stand whole side by side; only a screen too narrow for
+// both lets the side window overlap mainWindow, and then not over its commands. A side window as
+// tall as mainWindow stays as tall as it.
 void placeBeside(QWidget* mainWindow, QWidget* sideWindow);
 // The controls of mainWindow that a side window never covers: the commands the user needs at
 // hand whatever stands beside the window.
