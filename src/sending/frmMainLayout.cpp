@@ -397,6 +397,10 @@ void frmMain::fitWindow(int widthLimit)
     // box gives up the rest. Where it is narrower than its rows, they wrap, as far as the screen's
     // height allows.
     const QList<QWidget*> multiRows { boxPlatzhalter, boxVariablesToolbar };
+    // The rows of both modes are shown in turn to be measured; nothing of it is drawn, and the
+    // keyboard stays where it is.
+    QPointer<QWidget> focused = focusWidget();
+    setUpdatesEnabled(false);
     QHash<QWidget*, bool> hidden;
     for (QWidget* w : multiRows + m_singleModeCounters)
         hidden.insert(w, w->isHidden());
@@ -438,13 +442,16 @@ void frmMain::fitWindow(int widthLimit)
     }
     for (auto it = hidden.cbegin(); it != hidden.cend(); ++it)
         it.key()->setHidden(it.value());
+    if (focused && focused != focusWidget() && focused->isVisible())
+        focused->setFocus();
+    setUpdatesEnabled(true);
     m_narrowed = width < natural.width();
     setFixedSize(width, std::max(std::min(height, room.height()), minimumSizeHint().height()));
 }
 
 void frmMain::widenAgain()
 {
-    if (m_narrowed)
+    if (m_narrowed && !m_unloaded)
         fitWindow(std::numeric_limits<int>::max());
 }
 

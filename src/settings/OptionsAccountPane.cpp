@@ -3,6 +3,7 @@
 
 #include "cOptionen.h"
 #include "toolkit/PaneHeading.h"
+#include "toolkit/PasswordEcho.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -44,7 +45,7 @@ OptionsAccountPane::OptionsAccountPane(QWidget* parent)
 void OptionsAccountPane::load()
 {
     txtEmail->setText(Options().Username());
-    txtKennwort->setText(Options().kennwort());
+    PasswordEcho::setText(txtKennwort, Options().kennwort());
 }
 
 void OptionsAccountPane::save() const

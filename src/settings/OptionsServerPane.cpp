@@ -4,6 +4,7 @@
 #include "cOptionen.h"
 #include "toolkit/FileChooser.h"
 #include "toolkit/PaneHeading.h"
+#include "toolkit/PasswordEcho.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -81,7 +82,7 @@ void OptionsServerPane::load()
     optGroupXML->setChecked(Options().xmlGroupUser());
     txtUserNameXML->setText(Options().xmlUser());
     txtGroupNameXML->setText(Options().xmlGroup());
-    txtPrivatKeyXML->setText(Options().xmlSecretKey());
+    PasswordEcho::setText(txtPrivatKeyXML, Options().xmlSecretKey());
     applyEnableRules();
 }
 

@@ -26,6 +26,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -290,9 +291,13 @@ void frmOptionen::selectPane(const QString& number)
     for (int i = 0; i < int(m_treeButtons.size()); ++i) {
         const bool chosen = QString::number(i + 1) == number;
         m_treeButtons[size_t(i)]->setChosen(chosen);
-        // Where the buttons scroll, the chosen one is in sight.
-        if (chosen)
-            m_treeScroll->ensureWidgetVisible(m_treeButtons[size_t(i)], 0, 0);
+        // Where the buttons scroll, the chosen one is in sight; once laid out, before the first
+        // show too.
+        if (chosen) {
+            QTimer::singleShot(0, m_treeScroll, [scroll = m_treeScroll, button = m_treeButtons[size_t(i)]] {
+                scroll->ensureWidgetVisible(button, 0, 0);
+            });
+        }
     }
     QWidget* box = pane(number);
     if (!box)

@@ -64,6 +64,9 @@ QLayoutItem* FlowLayout::takeAt(int index)
     if (index < 0 || index >= m_items.size())
         return nullptr;
     QLayoutItem* item = m_items.takeAt(index);
+    // A layout taken out is the caller's, as from a box layout.
+    if (QLayout* inner = item->layout(); inner && inner->parent() == this)
+        inner->setParent(nullptr);
     invalidate();
     return item;
 }

@@ -32,7 +32,8 @@ public:
     void setGeometry(const QRect& rect) override;
 
 private:
-    // Between items of a row (spacing(), where set) and between rows (the style's).
+    // Between items of a row (spacing(): the one set, else the parent layout's or the style's)
+    // and between rows (the style's).
     int spacingBetween() const;
     int spacingBelow() const;
     int styleSpacing(int metric) const;

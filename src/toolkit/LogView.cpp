@@ -121,7 +121,8 @@ public:
 
 private:
     LogView* view() const { return static_cast<LogView*>(widget()); }
-    int clamped(int offset) const { return std::clamp(offset, 0, characterCount()); }
+    // -1 stands for the end of the text.
+    int clamped(int offset) const { return offset < 0 ? characterCount() : std::min(offset, characterCount()); }
     QString line(std::pair<int, int> range, int* startOffset, int* endOffset) const
     {
         *startOffset = range.first;
@@ -141,11 +142,8 @@ QAccessibleInterface* logViewFactory(const QString& className, QObject* object)
 LogView::LogView(QWidget* parent)
     : QPlainTextEdit(parent)
 {
-    static const bool installed = [] {
-        QAccessible::installFactory(logViewFactory);
-        return true;
-    }();
-    Q_UNUSED(installed);
+    // Qt keeps a factory once, and forgets them with the application.
+    QAccessible::installFactory(logViewFactory);
 }
 
 QRect LogView::characterRect(int offset) const

@@ -12,6 +12,7 @@
 #include "settings/frmOptionen.h"
 #include "toolkit/Accessibility.h"
 #include "toolkit/LogView.h"
+#include "toolkit/PasswordEcho.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -20,6 +21,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QMetaEnum>
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTest>
@@ -328,9 +330,10 @@ private slots:
         QCOMPARE(news.join(u'|'), happened);
     }
 
-    // While a password field has the keyboard, what is typed into it reaches a screen reader as
-    // bullets, inserted or removed; other fields keep their letters. (Without a screen reader Qt
-    // sends no events here, so they are sent as Qt would.)
+    // While a password field has the keyboard, or while the program sets its text, its text
+    // reaches a screen reader as the field shows it, inserted, removed or replaced; other fields
+    // keep their letters. (Without a screen reader Qt sends no events here, so they are sent as
+    // Qt would, to the handler that is installed.)
     void passwordIsNotEchoed()
     {
         static QStringList told;
@@ -340,8 +343,11 @@ private slots:
                 told << static_cast<QAccessibleTextInsertEvent*>(event)->textInserted();
             else if (event->type() == QAccessible::TextRemoved)
                 told << u'-' + static_cast<QAccessibleTextRemoveEvent*>(event)->textRemoved();
+            else if (event->type() == QAccessible::TextUpdated)
+                told << u'=' + static_cast<QAccessibleTextUpdateEvent*>(event)->textInserted();
         };
         QAccessible::installUpdateHandler(screenReader);
+        const auto uninstall = qScopeGuard([] { QAccessible::installUpdateHandler(nullptr); });
         const auto send = [](QAccessibleEvent* event) {
             const QAccessible::UpdateHandler now = QAccessible::installUpdateHandler(nullptr);
             QAccessible::installUpdateHandler(now);
@@ -352,6 +358,9 @@ private slots:
         QLineEdit password(&form);
         password.setEchoMode(QLineEdit::Password);
         password.move(0, 40);
+        QLineEdit hidden(&form);
+        hidden.setEchoMode(QLineEdit::NoEcho);
+        hidden.move(0, 80);
         form.show();
         form.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&form));
@@ -365,8 +374,20 @@ private slots:
         name.setFocus();
         QAccessibleTextInsertEvent afterwards(&name, 2, u"c"_s);
         send(&afterwards);
-        QAccessible::installUpdateHandler(nullptr);
-        QCOMPARE(told, (QStringList { u"●●●"_s, u"-●"_s, u"Ab"_s, u"c"_s }));
+        QAccessibleTextUpdateEvent stored(&password, 0, QString(), u"geheim"_s);
+        send(&stored);
+        // The program's own setting of a stored password: the field sends while the text is set.
+        QObject::connect(&password, &QLineEdit::textChanged, &password, [&](const QString& text) {
+            QAccessibleTextUpdateEvent update(&password, 0, QString(), text);
+            send(&update);
+        });
+        PasswordEcho::setText(&password, u"geheim"_s);
+        hidden.setFocus();
+        QAccessibleTextInsertEvent unseen(&hidden, 0, u"x"_s);
+        send(&unseen);
+        QCOMPARE(told, (QStringList { u"●●●●"_s, u"-●●"_s, u"Ab"_s, u"c"_s, u"=geheim"_s, u"=●●●●●●"_s, QString() }));
+        name.setFocus();
+        QVERIFY(QAccessible::installUpdateHandler(nullptr) == screenReader);
     }
 
     // A screen reader's flat review reads the log by where its lines are drawn: each line as

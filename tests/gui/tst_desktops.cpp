@@ -59,6 +59,13 @@ QStringList cutTexts(QWidget* window)
     return cut;
 }
 
+// Where a control can be seen in its window: what a scrolled area shows of it.
+QRect seen(const QWidget* w)
+{
+    const QRect visible = w->visibleRegion().boundingRect();
+    return visible.isEmpty() ? QRect() : visible.translated(w->mapTo(w->window(), QPoint(0, 0)));
+}
+
 // Controls of the window that stand over one another ("name / name"): rows given less height than
 // they need run into the next.
 QStringList overlaps(QWidget* window)
@@ -71,11 +78,11 @@ QStringList overlaps(QWidget* window)
     }
     QStringList found;
     for (qsizetype i = 0; i < controls.size(); ++i) {
-        const QRect a(controls[i]->mapTo(window, QPoint(0, 0)), controls[i]->size());
+        const QRect a = seen(controls[i]);
         for (qsizetype k = i + 1; k < controls.size(); ++k) {
             if (controls[i]->isAncestorOf(controls[k]) || controls[k]->isAncestorOf(controls[i]))
                 continue;
-            const QRect b(controls[k]->mapTo(window, QPoint(0, 0)), controls[k]->size());
+            const QRect b = seen(controls[k]);
             if (a.intersects(b))
                 found << nameOf(controls[i]) + u" / "_s + nameOf(controls[k]);
         }
