@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "CsvList.h"
 
-#include "toolkit/Codepage.h"
+#include "CsvHeader.h"
+#include "CsvText.h"
 
 #include <QCryptographicHash>
 #include <QFileInfo>
-#include <QMap>
 #include <QRegularExpression>
-#include <QStringDecoder>
 
 #include <algorithm>
 #include <array>
@@ -18,403 +17,6 @@ using namespace Qt::StringLiterals;
 namespace CsvList {
 
 namespace {
-
-// How far the delimiter is looked for: enough lines to outvote a header or a stray line.
-constexpr int DelimiterLines = 20;
-
-struct Decoded
-{
-    QString text;
-    QString encoding;
-    QString failure;
-};
-
-// Whether the bytes are well-formed UTF-8 (no overlong forms, no surrogates, nothing past
-// U+10FFFF). Stops at the first byte that can't be, which in a Windows-1252 file is soon.
-bool isUtf8(const QByteArray& bytes)
-{
-    const auto* p = reinterpret_cast<const unsigned char*>(bytes.constData());
-    const auto* const end = p + bytes.size();
-    const auto continuation = [&end](const unsigned char* at, int count) {
-        if (end - at < count)
-            return false;
-        for (int i = 0; i < count; ++i)
-            if ((at[i] & 0xC0) != 0x80)
-                return false;
-        return true;
-    };
-    while (p < end) {
-        const unsigned char c = *p;
-        if (c < 0x80) {
-            ++p;
-            continue;
-        }
-        int more = 0;
-        unsigned char low = 0x80, high = 0xBF; // the range of the second byte
-        if (c >= 0xC2 && c <= 0xDF) {
-            more = 1;
-        } else if (c >= 0xE0 && c <= 0xEF) {
-            more = 2;
-            low = c == 0xE0 ? 0xA0 : 0x80;
-            high = c == 0xED ? 0x9F : 0xBF;
-        } else if (c >= 0xF0 && c <= 0xF4) {
-            more = 3;
-            low = c == 0xF0 ? 0x90 : 0x80;
-            high = c == 0xF4 ? 0x8F : 0xBF;
-        } else {
-            return false;
-        }
-        if (!continuation(p + 1, more) || p[1] < low || p[1] > high)
-            return false;
-        p += more + 1;
-    }
-    return true;
-}
-
-Decoded decode(const QByteArray& bytes)
-{
-    const auto startsWith = [&bytes](const char* mark) {
-        return bytes.startsWith(QByteArrayView(mark));
-    };
-    // What people save instead of a CSV file by mistake.
-    if (startsWith("PK\x03\x04") || startsWith("\xD0\xCF\x11\xE0"))
-        return { {},
-                 {},
-                 QStringLiteral("Die Datei ist eine Arbeitsmappe, keine CSV-Datei. Bitte in der "
-                                "Tabellenkalkulation als „CSV“ speichern.") };
-    if (startsWith("\xEF\xBB\xBF"))
-        return { QString::fromUtf8(bytes.constData() + 3, bytes.size() - 3), QStringLiteral("UTF-8"), {} };
-    const bool le = startsWith("\xFF\xFE");
-    if (le || startsWith("\xFE\xFF")) {
-        QStringDecoder decoder(le ? QStringDecoder::Utf16LE : QStringDecoder::Utf16BE);
-        const QString text = decoder.decode(QByteArrayView(bytes).sliced(2));
-        if (decoder.hasError() || bytes.size() % 2 != 0)
-            return { {}, {}, QStringLiteral("Die Datei ist als Unicode-Text gekennzeichnet, ist aber keiner.") };
-        return { text, le ? QStringLiteral("UTF-16LE") : QStringLiteral("UTF-16BE"), {} };
-    }
-    if (isUtf8(bytes))
-        return { QString::fromUtf8(bytes), QStringLiteral("UTF-8"), {} };
-    return { Codepage::fromWindows1252(bytes), QStringLiteral("Windows-1252"), {} };
-}
-
-// A text file holds no NUL and hardly a control character besides tabs and line ends.
-bool looksLikeText(QStringView text)
-{
-    qsizetype controls = 0;
-    for (const QChar c : text) {
-        const char16_t u = c.unicode();
-        if (u >= 0x20)
-            continue;
-        if (u == 0)
-            return false;
-        if (u != u'\t' && u != u'\n' && u != u'\r' && u != u'\f' && u != 0x1A)
-            ++controls;
-    }
-    return controls * 100 <= text.size();
-}
-
-// The delimiter that splits the first lines most evenly: for each candidate, the count outside
-// quotes that most lines share, and how many share it. A comma in a number or a name then loses
-// to the ";" every line has the same number of.
-QChar detectDelimiter(QStringView text, bool unicodeText)
-{
-    constexpr std::array<char16_t, 3> candidates = { u';', u'\t', u',' };
-    std::array<QList<int>, 3> counts;
-    std::array<int, 3> current = {};
-    bool quoted = false;
-    bool any = false;
-    int lines = 0;
-    const auto endLine = [&] {
-        if (any) {
-            for (size_t i = 0; i < candidates.size(); ++i)
-                counts[i].append(current[i]);
-            ++lines;
-        }
-        current = {};
-        any = false;
-    };
-    for (qsizetype i = 0; i < text.size() && lines < DelimiterLines; ++i) {
-        const char16_t c = text[i].unicode();
-        if (c == u'"') {
-            quoted = !quoted;
-        } else if (!quoted && (c == u'\n' || c == u'\r')) {
-            endLine();
-            continue;
-        } else if (!quoted) {
-            for (size_t k = 0; k < candidates.size(); ++k)
-                if (c == candidates[k])
-                    ++current[k];
-        }
-        any = true;
-    }
-    endLine();
-    QChar best = unicodeText ? QChar(u'\t') : QChar(u';');
-    int bestShared = 0, bestCount = 0;
-    for (size_t k = 0; k < candidates.size(); ++k) {
-        // The most common non-zero count and how many lines have it.
-        int shared = 0, count = 0;
-        for (const int c : std::as_const(counts[k])) {
-            if (c == 0)
-                continue;
-            const int n = int(counts[k].count(c));
-            if (n > shared || (n == shared && c > count)) {
-                shared = n;
-                count = c;
-            }
-        }
-        if (shared > bestShared || (shared == bestShared && shared > 0 && count > bestCount)) {
-            best = QChar(candidates[k]);
-            bestShared = shared;
-            bestCount = count;
-        }
-    }
-    return best;
-}
-
-// Reads the records of a CSV text one after another: fields split at the delimiter, a quoted
-// field may hold delimiters, line breaks and doubled quotes; a record ends at CR LF, LF or CR.
-class Reader
-{
-public:
-    Reader(QStringView text, QChar delimiter)
-        : m_text(text)
-        , m_delimiter(delimiter)
-    {
-    }
-
-    // The next record's fields, as views into the text or into scratch where a value had to be
-    // put together. False at the end, and when a quote stays open to the end (openQuote is set).
-    bool next(QList<QStringView>* fields, QList<QString>* scratch, bool* openQuote)
-    {
-        fields->clear();
-        scratch->clear();
-        const qsizetype n = m_text.size();
-        if (m_pos >= n)
-            return false;
-        for (;;) {
-            QStringView value;
-            if (m_pos < n && m_text[m_pos] == u'"') {
-                const qsizetype start = m_pos + 1;
-                qsizetype at = start;
-                bool doubled = false;
-                for (;;) {
-                    const qsizetype quote = m_text.indexOf(u'"', at);
-                    if (quote < 0) {
-                        *openQuote = true;
-                        m_pos = n;
-                        return false;
-                    }
-                    if (quote + 1 < n && m_text[quote + 1] == u'"') {
-                        doubled = true;
-                        at = quote + 2;
-                        continue;
-                    }
-                    value = m_text.sliced(start, quote - start);
-                    m_pos = quote + 1;
-                    break;
-                }
-                // Text after the closing quote belongs to the value, as spreadsheets read it.
-                const qsizetype rest = fieldEnd(m_pos);
-                if (doubled || rest > m_pos) {
-                    QString joined = value.toString();
-                    if (doubled)
-                        joined.replace(QStringLiteral("\"\""), QStringLiteral("\""));
-                    joined += m_text.sliced(m_pos, rest - m_pos);
-                    scratch->append(joined);
-                    value = scratch->constLast();
-                    m_pos = rest;
-                }
-            } else {
-                const qsizetype end = fieldEnd(m_pos);
-                value = m_text.sliced(m_pos, end - m_pos);
-                m_pos = end;
-            }
-            fields->append(value);
-            if (m_pos >= n)
-                return true;
-            const QChar c = m_text[m_pos++];
-            if (c == m_delimiter)
-                continue;
-            if (c == u'\r' && m_pos < n && m_text[m_pos] == u'\n')
-                ++m_pos;
-            return true;
-        }
-    }
-
-private:
-    qsizetype fieldEnd(qsizetype from) const
-    {
-        const QChar* p = m_text.data() + from;
-        const QChar* const end = m_text.data() + m_text.size();
-        const char16_t delimiter = m_delimiter.unicode();
-        while (p < end) {
-            const char16_t c = p->unicode();
-            if (c == delimiter || c == u'\n' || c == u'\r')
-                break;
-            ++p;
-        }
-        return p - m_text.data();
-    }
-
-    QStringView m_text;
-    QChar m_delimiter;
-    qsizetype m_pos = 0;
-};
-
-// A header's column name as compared: lower case, blanks simplified.
-QString headerWord(QStringView cell)
-{
-    return cell.toString().simplified().toCaseFolded();
-}
-
-// How well a column name fits a field: 1 an exact name, 2 a numbered one ("Mobiltelefon 2"),
-// 3 a general telephone column, 0 not at all.
-enum class Field { Name, FirstName, LastName, Number, Freitext1, Freitext2 };
-
-int fit(Field field, const QString& word)
-{
-    static const QStringList names
-        = { u"name"_s, u"anzeigename"_s, u"display name"_s, u"full name"_s, u"vollständiger name"_s };
-    static const QStringList firstNames = { u"vorname"_s, u"first name"_s, u"given name"_s, u"firstname"_s };
-    static const QStringList lastNames
-        = { u"nachname"_s, u"last name"_s, u"family name"_s, u"lastname"_s, u"surname"_s, u"familienname"_s };
-    static const QStringList numbers
-        = { u"mobiltelefon"_s,  u"handy"_s,          u"mobil"_s,       u"mobilnummer"_s,
-            u"mobile"_s,        u"mobile phone"_s,   u"cell"_s,        u"cell phone"_s,
-            u"mobile number"_s, u"mobil-tel.-nr."_s, u"handynummer"_s, u"mobilfunknummer"_s,
-            u"nummer"_s };
-    // Could be a mobile number or not: taken when nothing better is there, and then asked about.
-    static const QStringList generalNumbers
-        = { u"telefon"_s, u"telefonnummer"_s, u"rufnummer"_s, u"phone"_s, u"phone number"_s, u"tel"_s, u"tel."_s };
-    static const QStringList frei1 = { u"freitext1"_s, u"freitext 1"_s, u"frei1"_s, u"frei 1"_s };
-    static const QStringList frei2 = { u"freitext2"_s, u"freitext 2"_s, u"frei2"_s, u"frei 2"_s };
-    static const QRegularExpression numbered(u"^(.*\\D) ?\\d$"_s);
-
-    const QStringList* list = nullptr;
-    switch (field) {
-    case Field::Name:
-        list = &names;
-        break;
-    case Field::FirstName:
-        list = &firstNames;
-        break;
-    case Field::LastName:
-        list = &lastNames;
-        break;
-    case Field::Number:
-        list = &numbers;
-        break;
-    case Field::Freitext1:
-        list = &frei1;
-        break;
-    case Field::Freitext2:
-        list = &frei2;
-        break;
-    }
-    if (list->contains(word))
-        return 1;
-    if (field == Field::Number) {
-        const QRegularExpressionMatch match = numbered.match(word);
-        if (match.hasMatch() && numbers.contains(match.captured(1).trimmed()))
-            return 2;
-        if (generalNumbers.contains(word))
-            return 3;
-    }
-    return 0;
-}
-
-// A column name that says what a column is, though it is none of ours (a work number, a fax).
-bool knownOtherColumn(const QString& word)
-{
-    for (const char16_t* part : { u"telefon", u"phone", u"fax", u"e-mail", u"email", u"firma", u"company" })
-        if (word.contains(QStringView(part)))
-            return true;
-    return false;
-}
-
-// "Phone 1 - Type" (or "- Label") and "Phone 1 - Value" of an address book export.
-struct TypedColumn
-{
-    int index = -1; // the "1"
-    bool value = false;
-};
-TypedColumn typedColumn(const QString& word)
-{
-    static const QRegularExpression form(u"^phone (\\d+) - (type|label|value)$"_s);
-    const QRegularExpressionMatch match = form.match(word);
-    if (!match.hasMatch())
-        return {};
-    return { match.captured(1).toInt(), match.captured(2) == u"value" };
-}
-
-// The best fitting column for a field: -1 for none; ambiguous when several fit equally well.
-int bestColumn(const QStringList& words, Field field, bool* ambiguous, int* rank = nullptr)
-{
-    int best = -1, bestFit = 0, tied = 0;
-    for (int i = 0; i < words.size(); ++i) {
-        const int f = fit(field, words.at(i));
-        if (f == 0)
-            continue;
-        if (best < 0 || f < bestFit) {
-            best = i;
-            bestFit = f;
-            tied = 1;
-        } else if (f == bestFit) {
-            ++tied;
-        }
-    }
-    if (tied > 1)
-        *ambiguous = true;
-    if (rank)
-        *rank = bestFit;
-    return best;
-}
-
-struct HeaderMapping
-{
-    bool recognised = false;
-    bool sure = false;
-    Mapping mapping;
-};
-
-HeaderMapping mapHeader(const QStringList& words)
-{
-    HeaderMapping h;
-    bool ambiguous = false;
-    Mapping& m = h.mapping;
-    m.name = bestColumn(words, Field::Name, &ambiguous);
-    m.firstName = bestColumn(words, Field::FirstName, &ambiguous);
-    m.lastName = bestColumn(words, Field::LastName, &ambiguous);
-    int numberRank = 0;
-    m.number = bestColumn(words, Field::Number, &ambiguous, &numberRank);
-    m.freitext1 = bestColumn(words, Field::Freitext1, &ambiguous);
-    m.freitext2 = bestColumn(words, Field::Freitext2, &ambiguous);
-    // Type and value columns pair up by their index, in the order of the types.
-    QMap<int, int> types, values;
-    bool other = false;
-    for (int i = 0; i < words.size(); ++i) {
-        const TypedColumn typed = typedColumn(words.at(i));
-        if (typed.index >= 0)
-            (typed.value ? values : types).insert(typed.index, i);
-        other = other || knownOtherColumn(words.at(i));
-    }
-    for (auto it = types.cbegin(); it != types.cend(); ++it)
-        if (values.contains(it.key()))
-            m.typedNumbers.append({ it.value(), values.value(it.key()) });
-    h.recognised = m.hasName() || m.hasNumber() || m.freitext1 >= 0 || m.freitext2 >= 0 || other;
-    h.sure = m.hasName() && m.hasNumber() && !ambiguous && numberRank < 3;
-    return h;
-}
-
-bool isMobileType(QStringView type)
-{
-    QString word = headerWord(type);
-    while (word.startsWith(u'*'))
-        word = word.mid(1).trimmed();
-    static const QStringList mobile
-        = { u"mobile"_s, u"mobil"_s, u"handy"_s, u"cell"_s, u"mobiltelefon"_s, u"mobile phone"_s };
-    return mobile.contains(word);
-}
 
 // Values go into a .msms file, which has no quoting: a ";" would move the later fields and a
 // line break would end the row there.
@@ -463,13 +65,13 @@ Result readText(const QByteArray& bytes, const Mapping* chosen)
         result.mapping = chosen ? *chosen : Mapping::plain();
         return result;
     }
-    const Decoded decoded = decode(bytes);
+    const CsvText::Decoded decoded = CsvText::decode(bytes);
     if (!decoded.failure.isEmpty()) {
         result.failure = decoded.failure;
         return result;
     }
     const QString& text = decoded.text;
-    if (!looksLikeText(text)) {
+    if (!CsvText::looksLikeText(text)) {
         result.failure = QStringLiteral("Die Datei ist keine Textdatei und kann nicht als Liste gelesen werden.");
         return result;
     }
@@ -482,7 +84,7 @@ Result readText(const QByteArray& bytes, const Mapping* chosen)
         result.delimiter = sep.captured(1).at(0);
         body = body.sliced(sep.capturedEnd());
     } else {
-        result.delimiter = detectDelimiter(text, decoded.encoding.startsWith(u"UTF-16"));
+        result.delimiter = CsvText::detectDelimiter(text, decoded.encoding.startsWith(u"UTF-16"));
     }
 
     // Room for a row a line, counted where memchr finds them quickly.
@@ -493,7 +95,7 @@ Result readText(const QByteArray& bytes, const Mapping* chosen)
     result.rows.reserve(lines);
     result.rowNumbers.reserve(lines);
 
-    Reader reader(body, result.delimiter);
+    CsvText::Reader reader(body, result.delimiter);
     QList<QStringView> fields;
     QList<QString> scratch;
     bool openQuote = false;
@@ -511,8 +113,8 @@ Result readText(const QByteArray& bytes, const Mapping* chosen)
     if (more) {
         QStringList words;
         for (const QStringView f : std::as_const(fields))
-            words.append(headerWord(f));
-        const HeaderMapping header = mapHeader(words);
+            words.append(CsvHeader::headerWord(f));
+        const CsvHeader::HeaderMapping header = CsvHeader::mapHeader(words);
         const auto takeHeader = [&] {
             result.hasHeader = true;
             pending = false;
@@ -536,7 +138,7 @@ Result readText(const QByteArray& bytes, const Mapping* chosen)
             // the name.
             takeHeader();
             result.sure = false;
-            Reader ahead = reader;
+            CsvText::Reader ahead = reader;
             QList<QStringView> next;
             QList<QString> nextScratch;
             bool ignored = false;
@@ -581,7 +183,7 @@ Result readText(const QByteArray& bytes, const Mapping* chosen)
                 const QList<QStringView> kinds = cell(typeColumn).split(u":::");
                 const QList<QStringView> values = cell(valueColumn).split(u":::");
                 for (qsizetype k = 0; k < kinds.size() && typedValue.isEmpty(); ++k)
-                    if (isMobileType(kinds.at(k)))
+                    if (CsvHeader::isMobileType(kinds.at(k)))
                         typedValue = values.value(k, values.constFirst()).trimmed().toString();
                 if (!typedValue.isEmpty())
                     break;
