@@ -552,6 +552,7 @@ void frmMultiSMS::checkList(const QList<CsvList::Doubt>& leftOut, bool always)
     const auto stops = std::make_shared<const StopList>(StopList::load());
     const auto check = [this, main, stops] {
         ListCheck::Context context = main->listCheckContext();
+        context.expectedParts = main->partsPerMultiSms();
         context.stopped = [stops](const QString& number) {
             return stops->contains(number);
         };

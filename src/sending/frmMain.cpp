@@ -507,12 +507,15 @@ ListCheck::Context frmMain::listCheckContext() const
     ListCheck::Context context;
     context.txtSMS = txtSMS->text();
     context.options = MessageSize::smsOptionsOf(Options());
-    const MessageSize::PlaceholderSizes placeholders = placeholderSizes();
-    context.expectedParts
-        = MessageSize::recalcSmsSize(context.txtSMS, true, context.options, placeholders).txtAnzahlProNachricht;
     // A bulk run is priced without the single send's prefix.
     context.pricePerSms = MessageSize::updateCost(context.options, QString(), QString());
     return context;
+}
+
+int frmMain::partsPerMultiSms() const
+{
+    return MessageSize::recalcSmsSize(txtSMS->text(), true, MessageSize::smsOptionsOf(Options()), placeholderSizes())
+        .txtAnzahlProNachricht;
 }
 
 void frmMain::updateCost()

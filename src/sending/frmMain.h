@@ -108,8 +108,11 @@ public:
     void recalcSmsSize();
     // The longest values of the MultiSMS table's columns and its rows; none without the table.
     MessageSize::PlaceholderSizes placeholderSizes() const;
-    // What a recipient list is checked against: the text, its options, the parts shown, the price.
+    // What a recipient's message is worked out with: the text, its options, the price. The parts
+    // a row is checked against are partsPerMultiSms().
     ListCheck::Context listCheckContext() const;
+    // The parts per SMS the MultiSMS counters show for the table ("SMS pro Nachricht").
+    int partsPerMultiSms() const;
     // txtKostenProSMS from the options, the prefix and the number.
     void updateCost();
     // The option panels from the options, then the price.
