@@ -27,10 +27,12 @@ QTreeWidget* findingList(const QString& name, const QString& accessibleName, con
 }
 } // namespace
 
-frmListCheck::frmListCheck(RecipientTable& table, Check check, const QList<CsvList::Doubt>& leftOut, QWidget* owner)
+frmListCheck::frmListCheck(RecipientTable& table, Check check, const QList<ListCheck::Finding>& findings,
+                           const QList<CsvList::Doubt>& leftOut, QWidget* owner)
     : QDialog(owner)
     , m_table(table)
     , m_check(std::move(check))
+    , m_findings(findings)
 {
     setObjectName(QStringLiteral("frmListCheck"));
     setWindowTitle(QStringLiteral("Liste prüfen"));
@@ -92,10 +94,7 @@ frmListCheck::frmListCheck(RecipientTable& table, Check check, const QList<CsvLi
     });
     // Enter or a double-click on a finding goes to its row, as a link would.
     connect(lvBefunde, &QTreeWidget::itemActivated, cmdGehe, &QPushButton::click);
-    connect(lvBefunde, &QTreeWidget::currentItemChanged, this, [this] {
-        for (QPushButton* button : { cmdEntfernen, cmdGehe, cmdBehalten })
-            button->setEnabled(currentRow() >= 0);
-    });
+    connect(lvBefunde, &QTreeWidget::currentItemChanged, this, &frmListCheck::enableKeys);
     refill();
     resize(sizeHint().expandedTo(QSize(fontMetrics().averageCharWidth() * 90, fontMetrics().height() * 22)));
 }
@@ -105,7 +104,7 @@ void frmListCheck::refill()
     const int position = lvBefunde->currentIndex().row();
     lvBefunde->clear();
     QSet<int> rows;
-    for (const ListCheck::Finding& f : m_check()) {
+    for (const ListCheck::Finding& f : std::as_const(m_findings)) {
         const RecipientRow& row = m_table.rows().at(f.row);
         if (m_kept.contains(row.Tag))
             continue;
@@ -126,6 +125,11 @@ void frmListCheck::refill()
                                   .arg(m_table.rowCount()));
     if (lvBefunde->topLevelItemCount() > 0)
         lvBefunde->setCurrentItem(lvBefunde->topLevelItem(qBound(0, position, lvBefunde->topLevelItemCount() - 1)));
+    enableKeys();
+}
+
+void frmListCheck::enableKeys()
+{
     for (QPushButton* button : { cmdEntfernen, cmdGehe, cmdBehalten })
         button->setEnabled(currentRow() >= 0);
 }
@@ -142,6 +146,8 @@ void frmListCheck::removeRow()
     if (row < 0)
         return;
     m_table.removeRow(row);
+    // The rows below move up, and a duplicate may be one no longer.
+    m_findings = m_check();
     refill();
     lvBefunde->setFocus();
 }
@@ -156,10 +162,10 @@ void frmListCheck::keepRow()
     lvBefunde->setFocus();
 }
 
-int frmListCheck::review(RecipientTable& table, const Check& check, const QList<CsvList::Doubt>& leftOut,
-                         QWidget* owner)
+int frmListCheck::review(RecipientTable& table, const Check& check, const QList<ListCheck::Finding>& findings,
+                         const QList<CsvList::Doubt>& leftOut, QWidget* owner)
 {
-    frmListCheck dialog(table, check, leftOut, owner);
+    frmListCheck dialog(table, check, findings, leftOut, owner);
     dialog.exec();
     return dialog.m_goTo;
 }
@@ -167,5 +173,5 @@ int frmListCheck::review(RecipientTable& table, const Check& check, const QList<
 std::unique_ptr<frmListCheck> frmListCheck::forTesting(RecipientTable& table, const Check& check,
                                                        const QList<CsvList::Doubt>& leftOut, QWidget* owner)
 {
-    return std::unique_ptr<frmListCheck>(new frmListCheck(table, check, leftOut, owner));
+    return std::unique_ptr<frmListCheck>(new frmListCheck(table, check, check(), leftOut, owner));
 }

@@ -558,10 +558,11 @@ void frmMultiSMS::checkList(const QList<CsvList::Doubt>& leftOut, bool always)
         };
         return ListCheck::check(m_table.rows(), context);
     };
-    if (!always && leftOut.isEmpty() && check().isEmpty())
+    const QList<ListCheck::Finding> findings = check();
+    if (!always && leftOut.isEmpty() && findings.isEmpty())
         return;
     const int rows = int(m_table.rowCount());
-    const int goTo = frmListCheck::review(m_table, check, leftOut, this);
+    const int goTo = frmListCheck::review(m_table, check, findings, leftOut, this);
     if (m_table.rowCount() != rows) {
         clearInputFields();
         recalcMaxSizes();
