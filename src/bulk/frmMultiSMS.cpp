@@ -532,11 +532,7 @@ bool frmMultiSMS::openList(const QString& path, QList<CsvList::Doubt>* leftOut)
 
 void frmMultiSMS::openWebGroup()
 {
-    bool loaded = false;
-    const QMetaObject::Connection reset
-        = connect(&m_table, &QAbstractItemModel::modelReset, this, [&loaded] { loaded = true; });
-    frmOpenWebGroup::showOpenWebGroup(m_table, frmMain::instance());
-    disconnect(reset);
+    const bool loaded = frmOpenWebGroup::showOpenWebGroup(m_table, frmMain::instance());
     if (defaultInstance<frmMultiSMS>() != this)
         return;
     recalcMaxSizes();

@@ -78,10 +78,10 @@ frmOpenWebGroup::frmOpenWebGroup(RecipientTable& table, QWidget* owner)
 
 frmOpenWebGroup::~frmOpenWebGroup() = default;
 
-void frmOpenWebGroup::showOpenWebGroup(RecipientTable& table, QWidget* owner)
+bool frmOpenWebGroup::showOpenWebGroup(RecipientTable& table, QWidget* owner)
 {
     frmOpenWebGroup dialog(table, owner);
-    dialog.exec();
+    return dialog.exec() == QDialog::Accepted;
 }
 
 QString frmOpenWebGroup::groupDataUrl(const QString& address, const QString& webGroupDir)

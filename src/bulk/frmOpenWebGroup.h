@@ -20,8 +20,8 @@ public:
     ~frmOpenWebGroup() override;
 
     // Modal over the main window until a group is loaded, "close://" is followed or the user
-    // closes it.
-    static void showOpenWebGroup(RecipientTable& table, QWidget* owner);
+    // closes it; true when a group was loaded into the table.
+    static bool showOpenWebGroup(RecipientTable& table, QWidget* owner);
 
     // Where a picked group's data is fetched from: "http://gruppe//" becomes WebGroupDir, any
     // other form stays as it is.
