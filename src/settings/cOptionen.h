@@ -21,8 +21,6 @@ public:
     // Whether the last save found a keyring that refused the password, which then went into the
     // store; the window that saved tells the user.
     bool keyringRefusedPassword() const { return m_keyringRefused; }
-    // Whether the password lives in the keyring rather than in the store.
-    bool passwordInKeyring() const { return m_passwordInKeyring; }
 
     QString WebProxyUserPasswd() const { return m_WebProxyUserPasswd; }
     void setWebProxyUserPasswd(const QString& v) { m_WebProxyUserPasswd = v; }
