@@ -17,7 +17,6 @@
 #include <QTimer>
 #include <QVariant>
 
-
 using namespace SendRecordSql;
 
 namespace {
@@ -329,10 +328,7 @@ bool SendRecord::open()
     sql.finish();
     for (const QString& statement : current ? QStringList() : statements) {
         if (!sql.exec(statement)) {
-            const QString error = errorOf(sql);
-            sql.finish();
-            sql.exec(QStringLiteral("ROLLBACK"));
-            fail(error);
+            fail(rollback(sql));
             return false;
         }
     }
@@ -433,11 +429,15 @@ void SendRecord::catchUp()
 
 QList<SendRecord::Entry> SendRecord::search(const Query& query)
 {
-    catchUp();
+    const Filter filter = filterOf(query);
+    // Only a search through the index needs it to have caught up; any other reads the entries.
+    if (filter.indexed)
+        catchUp();
+    else
+        flush();
     QList<Entry> entries;
     if (!isRecording())
         return entries;
-    const Filter filter = filterOf(query);
     const QString order = query.order == Qt::AscendingOrder ? QStringLiteral(" ASC") : QStringLiteral(" DESC");
     // Entries are written in the order they are made, so the order of the index is that of time:
     // read in it, the index stops at the page's last entry instead of sorting every match.
@@ -486,10 +486,13 @@ QList<SendRecord::Entry> SendRecord::search(const Query& query)
 
 qint64 SendRecord::count(const Query& query)
 {
-    catchUp();
+    const Filter filter = filterOf(query);
+    if (filter.indexed)
+        catchUp();
+    else
+        flush();
     if (!isRecording())
         return -1;
-    const Filter filter = filterOf(query);
     QSqlQuery sql(database());
     sql.prepare(QStringLiteral("SELECT count(*)") + filter.from + filter.where);
     bindAll(sql, filter.values);
@@ -508,10 +511,9 @@ int SendRecord::removeOlderThan(int days)
     const auto failed = [this, &sql] {
         // Another instance writing just now is no failure: what is too old goes at the next start.
         const QString code = sql.lastError().nativeErrorCode();
+        const QString error = rollback(sql);
         if (code != u"5" && code != u"6")
-            fail(errorOf(sql));
-        sql.finish();
-        sql.exec(QStringLiteral("ROLLBACK"));
+            fail(error);
         return 0;
     };
     if (!sql.exec(QStringLiteral("BEGIN IMMEDIATE")))

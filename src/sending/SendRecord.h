@@ -93,7 +93,7 @@ public:
     void flush();
     // Writes what is kept and indexes what is written. The index otherwise follows a second after
     // the last entry (or at the end of the record), so that a bulk run doesn't wait for it;
-    // searches catch up first.
+    // searches through the index catch up first.
     void catchUp();
 
     QList<Entry> search(const Query& query);

@@ -36,21 +36,23 @@ QVariant textValue(const QString& text)
     return text.isNull() ? QVariant(QStringLiteral("")) : QVariant(text);
 }
 
+QString rollback(QSqlQuery& sql)
+{
+    const QString error = errorOf(sql);
+    sql.finish();
+    sql.exec(QStringLiteral("ROLLBACK"));
+    return error;
+}
+
 QString indexUnindexed(QSqlDatabase db)
 {
     QSqlQuery sql(db);
     if (!sql.exec(QStringLiteral("BEGIN IMMEDIATE")))
         return errorOf(sql);
-    const auto rollback = [&sql] {
-        const QString error = errorOf(sql);
-        sql.finish();
-        sql.exec(QStringLiteral("ROLLBACK"));
-        return error;
-    };
     if (!sql.exec(
             QStringLiteral("SELECT (SELECT upto FROM entries_indexed), (SELECT coalesce(max(id), 0) FROM entries)"))
         || !sql.next())
-        return rollback();
+        return rollback(sql);
     const qint64 upto = sql.value(0).toLongLong();
     const qint64 last = sql.value(1).toLongLong();
     sql.finish();
@@ -60,14 +62,14 @@ QString indexUnindexed(QSqlDatabase db)
         sql.addBindValue(upto);
         sql.addBindValue(last);
         if (!sql.exec())
-            return rollback();
+            return rollback(sql);
         sql.prepare(QStringLiteral("UPDATE entries_indexed SET upto = ?"));
         sql.addBindValue(last);
         if (!sql.exec())
-            return rollback();
+            return rollback(sql);
     }
     if (!sql.exec(QStringLiteral("COMMIT")))
-        return rollback();
+        return rollback(sql);
     return {};
 }
 

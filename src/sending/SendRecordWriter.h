@@ -20,6 +20,8 @@ namespace SendRecordSql {
 // A connection name no other record of this process has.
 QString newConnectionName();
 QString errorOf(const QSqlQuery& sql);
+// Ends the transaction sql's statement failed in; returns what failed.
+QString rollback(QSqlQuery& sql);
 // A text for a column that holds no NULL: Qt binds a null string as NULL.
 QVariant textValue(const QString& text);
 // Indexes the entries written since the index last caught up, in one transaction that holds the
