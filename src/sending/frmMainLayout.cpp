@@ -17,6 +17,7 @@
 #include "toolkit/OpenInBrowser.h"
 #include "toolkit/SmsTextEdit.h"
 #include "toolkit/ToolbarButton.h"
+#include "toolkit/WindowPlacement.h"
 #include "toolkit/mMoveEvent.h"
 
 #include <QCheckBox>
@@ -411,10 +412,8 @@ void frmMain::fitWindow(int widthLimit)
             w->setVisible(!multi);
     };
     QSize room(std::numeric_limits<int>::max(), std::numeric_limits<int>::max());
-    if (const QScreen* shownOn = screen()) {
-        constexpr int TitleBar = 40;
-        room = shownOn->availableGeometry().size() - QSize(0, TitleBar);
-    }
+    if (const QScreen* shownOn = screen())
+        room = WindowPlacement::contentRoom(shownOn->availableGeometry());
     QSize natural(760, 540);
     int narrowest = 0;
     for (const bool multi : { true, false }) {

@@ -16,6 +16,7 @@
 #include "toolkit/HeaderBand.h"
 #include "toolkit/MessageBox.h"
 #include "toolkit/ToolbarButton.h"
+#include "toolkit/WindowPlacement.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -190,9 +191,7 @@ void frmOptionen::fitScreen()
 {
     const int width = std::max(720, minimumSizeHint().width());
     if (const QScreen* shownOn = screen()) {
-        // A title bar's height left over.
-        constexpr int TitleBar = 40;
-        const int over = heightAt(width) - (shownOn->availableGeometry().height() - TitleBar);
+        const int over = heightAt(width) - WindowPlacement::contentRoom(shownOn->availableGeometry()).height();
         if (over > 0) {
             const int scrollBar = m_treeScroll->verticalScrollBar()->sizeHint().width();
             const QSize whole = m_treeScroll->widget()->sizeHint();

@@ -72,4 +72,10 @@ QRect ontoScreens(const QRect& frame, int titleBarHeight, const QList<QRect>& sc
     return moved;
 }
 
+QSize contentRoom(const QRect& area)
+{
+    constexpr int TitleBar = 40;
+    return area.size() - QSize(0, TitleBar);
+}
+
 } // namespace WindowPlacement

@@ -34,4 +34,8 @@ QPoint followMain(const QRect& area, const QRect& mainFrame, const QSize& sideFr
 // screen leaves the window where it is.
 QRect ontoScreens(const QRect& frame, int titleBarHeight, const QList<QRect>& screens);
 
+// The size a window's contents may take on a screen's available area: a title bar's height (40
+// pixels, a generous one) is left over.
+QSize contentRoom(const QRect& area);
+
 } // namespace WindowPlacement
