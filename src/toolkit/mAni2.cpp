@@ -8,6 +8,8 @@
 #include <QTimer>
 #include <QtMath>
 
+#include <array>
+
 namespace mAni2 {
 
 namespace {
@@ -61,26 +63,17 @@ private:
         QPainter painter(&frame);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(Qt::NoPen);
+        // The dot of this step is bright, the two behind it fade out; the others are grey.
+        constexpr std::array<int, 2> Fading = { 0xb0, 0x60 };
+        constexpr qreal Middle = Size / 2.0;
+        constexpr qreal Radius = Size / 3.0;
         for (int dot = 0; dot < Dots; ++dot) {
-            const qreal angle = qDegreesToRadians(dot * 30.0);
-            const QPointF centre(24 + 16 * qSin(angle), 24 - 16 * qCos(angle));
-            // The dot of this step is bright, the two behind it fade out.
-            QColor fill(0xd0, 0xd4, 0xdc);
-            switch ((m_step - dot + Dots) % Dots) {
-            case 0:
-                fill = m_colour;
-                break;
-            case 1:
-                fill = m_colour;
-                fill.setAlpha(0xb0);
-                break;
-            case 2:
-                fill = m_colour;
-                fill.setAlpha(0x60);
-                break;
-            default:
-                break;
-            }
+            const qreal angle = qDegreesToRadians(dot * 360.0 / Dots);
+            const QPointF centre(Middle + Radius * qSin(angle), Middle - Radius * qCos(angle));
+            const int behind = (m_step - dot + Dots) % Dots;
+            QColor fill = behind <= int(Fading.size()) ? m_colour : QColor(0xd0, 0xd4, 0xdc);
+            if (behind > 0 && behind <= int(Fading.size()))
+                fill.setAlpha(Fading[size_t(behind - 1)]);
             painter.setBrush(fill);
             painter.drawEllipse(centre, 3.2, 3.2);
         }
