@@ -110,7 +110,9 @@ cOptionen::cOptionen()
 void cOptionen::loadPassword()
 {
     m_passwordInKeyring = readBool(InKeyringName);
-    if (PasswordVault::available()) {
+    // The keyring is asked only for a password it holds or one to move into it.
+    const bool toMove = !m_passwordInKeyring && !tools::TrimBlanks(m_kennwort).isEmpty() && !m_Username.isEmpty();
+    if ((m_passwordInKeyring || toMove) && PasswordVault::available()) {
         if (m_passwordInKeyring) {
             // A locked keyring, or one that doesn't answer, leaves the password empty: every
             // operation that needs it asks, as when none is stored.
@@ -123,8 +125,7 @@ void cOptionen::loadPassword()
             } else {
                 m_kennwort.clear();
             }
-        } else if (!tools::TrimBlanks(m_kennwort).isEmpty() && !m_Username.isEmpty()
-                   && PasswordVault::write(m_Username, m_kennwort) == PasswordVault::Result::Done) {
+        } else if (PasswordVault::write(m_Username, m_kennwort) == PasswordVault::Result::Done) {
             // The note first: a move cut short after it still finds the password in the keyring.
             writeInKeyring(true);
             writeString(u"Password", QString());
